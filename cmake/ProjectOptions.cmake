@@ -1,0 +1,39 @@
+# How every target of ours is compiled. The strict warnings live in one interface target,
+# zorvane_options; generated QML code is built without it.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOMOC ON)
+
+option(ZORVANE_WERROR "Treat warnings as errors" OFF)
+option(ZORVANE_BUILD_TESTS "Build the tests" ON)
+option(ZORVANE_BUILD_BENCH "Build the benchmarks" OFF)
+option(ZORVANE_BUILD_FUZZ "Build the libFuzzer targets (clang only)" OFF)
+set(ZORVANE_SANITIZE "" CACHE STRING "Sanitizers for the whole build, as -fsanitize= takes them")
+
+if(APPLE)
+    set(zorvane_default_platform macos)
+else()
+    set(zorvane_default_platform simulated)
+endif()
+set(ZORVANE_PLATFORM ${zorvane_default_platform} CACHE STRING "The system's ports: macos or simulated")
+
+if(ZORVANE_SANITIZE)
+    add_compile_options(-fsanitize=${ZORVANE_SANITIZE} -fno-omit-frame-pointer -g)
+    add_link_options(-fsanitize=${ZORVANE_SANITIZE})
+    if(ZORVANE_SANITIZE MATCHES undefined)
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
+
+add_library(zorvane_options INTERFACE)
+target_compile_options(zorvane_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast
+    -Woverloaded-virtual -Wnon-virtual-dtor
+    $<$<BOOL:${ZORVANE_WERROR}>:-Werror>)
+target_compile_definitions(zorvane_options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_include_directories(zorvane_options INTERFACE ${CMAKE_SOURCE_DIR})
