@@ -1,12 +1,14 @@
 #pragma once
 
+#include "app/blocked_list.h"
 #include "app/protection.h"
-#include "app/records/blocked_application.h"
+#include "app/stored_list.h"
 #include "filter/filter_controller.h"
 #include "inspection/application_inspector.h"
 #include "platform/main_thread.h"
 #include "platform/platform.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <QList>
@@ -43,21 +45,26 @@ public:
     [[nodiscard]] bool isAddingApplication() const { return m_isAddingApplication; }
     /** What the user has to be told, until it is dismissed. */
     [[nodiscard]] const std::optional<QString> &alertMessage() const { return m_alertMessage; }
+    /** The same for views: empty if there is nothing to tell. */
+    [[nodiscard]] QString alertText() const { return m_alertMessage.value_or(QString()); }
     [[nodiscard]] bool isDropTargeted() const { return m_isDropTargeted; }
     void setDropTargeted(bool targeted);
+    /** Always false. */
+    [[nodiscard]] bool isMarketingPreview() const { return m_isMarketingPreview; }
     /** False until the saved list has been read; until then no rules go to the filter. */
-    [[nodiscard]] bool hasLoadedApplications() const { return m_hasLoadedApplications; }
+    [[nodiscard]] bool hasLoadedApplications() const;
 
     /** Inspects the bundle at a dropped file URL and adds it. Ignored while another is being added.
      */
     Q_INVOKABLE void addApplication(const QUrl &url);
-    /** Adds an inspected record, unless it is this product or already listed, and switches
-     * protection on. */
+    /** Adds an inspected record, unless it is this product or listed, and switches protection on.
+     */
     void add(const records::BlockedApplication &application);
-    /** Removes the record with the same id. */
+    /** Removes the record with the same id and takes its rules from the filter. */
     void remove(const records::BlockedApplication &application);
-    /** Inspects records of older inspections again; those whose bundle cannot be read stay as they
-     * are. */
+    /** Saves the list as it is now; returns at once. */
+    void save();
+    /** Inspects records of older inspections anew; those whose bundle cannot be read stay. */
     void reinspectStaleApplications();
 
     [[nodiscard]] bool isProtectionEnabled() const;
@@ -70,13 +77,42 @@ public:
     Q_INVOKABLE void openInstallationFolders();
     Q_INVOKABLE void dismissAlert();
 
+    /** The rules that the present list means. */
+    [[nodiscard]] QStringList blockedCodeIdentityKeys() const;
+    [[nodiscard]] QStringList blockedApplicationPaths() const;
+
 Q_SIGNALS:
     void applicationsChanged();
     void isAddingApplicationChanged();
     void alertMessageChanged();
     void isDropTargetedChanged();
-    /** The filter's status was assigned. */
+    /** The filter's status was assigned, be it to the same value. */
     void protectionChanged();
+
+private:
+    using Applications = QList<records::BlockedApplication>;
+
+    void setAlertMessage(const std::optional<QString> &message);
+    void setAddingApplication(bool adding);
+    void startLoading();
+    void applicationsLoaded(const std::optional<Applications> &stored);
+    void applicationInspected(
+        const QUrl &url, bool hasAccess, const inspection::InspectionResult &result);
+    void applicationsReinspected(const Applications &renewed);
+
+    platform::Platform &m_platform;
+    inspection::ApplicationInspector m_inspector;
+    std::shared_ptr<filter::FilterController> m_filterController;
+    BlockedList m_list;
+    StoredList m_storedList;
+    Protection m_protection;
+    bool m_isAddingApplication = false;
+    std::optional<QString> m_alertMessage;
+    bool m_isDropTargeted = false;
+    const bool m_isMarketingPreview = false;
+    /** An addition that was inspected before the saved list was there. */
+    std::function<void()> m_waitingForList;
+    platform::Lifetime m_lifetime;
 };
 
 } // namespace zorvane::app

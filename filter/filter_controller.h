@@ -4,6 +4,7 @@
 #include "platform/filter_manager.h"
 #include "platform/log.h"
 #include "platform/main_bundle.h"
+#include "platform/main_thread.h"
 #include "platform/scheduler.h"
 #include "platform/system_extensions.h"
 
@@ -38,7 +39,8 @@ public:
         platform::SystemExtensions &systemExtensions;
     };
 
-    explicit FilterController(Services services);
+    explicit FilterController(const Services &services);
+    ~FilterController() override;
 
     [[nodiscard]] FilterStatus status() const { return m_status; }
 
@@ -47,8 +49,8 @@ public:
      * be enabled, goes on with requestActivation(), so that the extension in this program's bundle
      * and the current rules take effect.
      */
-    void refreshStatus(
-        const std::optional<QStringList> &codeIdentityKeys, const QStringList &applicationPaths);
+    void refreshStatus(const std::optional<QStringList> &codeIdentityKeys = std::nullopt,
+        const QStringList &applicationPaths = {});
 
     /**
      * Keeps the rules and activates the extension; they are written, with the filter enabled, when
@@ -64,9 +66,7 @@ public:
     void disableFilter();
 
     /** True if the running bundle, links resolved, lies below "/Applications/". */
-    [[nodiscard]] bool isRunningFromApplicationsFolder() const;
-
-    [[nodiscard]] QString extensionBundleIdentifier() const;
+    [[nodiscard]] Q_INVOKABLE bool isRunningFromApplicationsFolder() const;
 
     // ActivationDelegate, on any thread
     [[nodiscard]] platform::ReplacementAction actionForReplacingExtension() override;
@@ -85,18 +85,28 @@ private:
         QString extensionIdentifier;
         QStringList codeIdentityKeys;
         QStringList applicationPaths;
-        /** Absent: the stored value is kept. */
+        /** Absent: the filter stays switched as it is. */
         std::optional<bool> enabled;
         int attempt = 0;
     };
 
     void setStatus(const FilterStatus &status);
+    /** Shows an error as waiting for the user, or as failed with its text. */
+    void setStatus(const platform::PlatformError &error);
     void setPendingRules(const QStringList &codeIdentityKeys, const QStringList &applicationPaths);
     [[nodiscard]] QStringList normalizedKeys(const QStringList &keys) const;
+    [[nodiscard]] QString extensionBundleIdentifier() const;
+    /** A function for any thread that calls @p answer on the main thread, if this lives then. */
+    template <typename Answer>
+    [[nodiscard]] auto answeredHere(Answer answer)
+    {
+        return platform::onMainThread(m_services.scheduler, weak_from_this(), std::move(answer));
+    }
 
     void statusLoaded(const std::optional<platform::PlatformError> &error,
         const std::optional<QStringList> &codeIdentityKeys, const QStringList &applicationPaths);
 
+    void approvalNeeded();
     void activationFinished(platform::ActivationResult result);
     void activationFailed(const platform::PlatformError &error);
 

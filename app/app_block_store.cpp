@@ -1,0 +1,256 @@
+#include "app/app_block_store.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace zorvane::app
+{
+
+using inspection::ApplicationInspectionError;
+using inspection::ApplicationInspector;
+using inspection::InspectionResult;
+using platform::Priority;
+using records::BlockedApplication;
+
+namespace
+{
+
+/** Inspects each record's bundle again; those that cannot be inspected are left out. */
+QList<BlockedApplication> reinspected(
+    const ApplicationInspector &inspector, const QList<BlockedApplication> &applications)
+{
+    QList<BlockedApplication> result;
+    for (const BlockedApplication &application : applications) {
+        const auto inspected
+            = inspector.inspectApplication(QUrl::fromLocalFile(application.path), application.id);
+        if (const auto *renewed = std::get_if<BlockedApplication>(&inspected))
+            result.append(*renewed);
+    }
+    return result;
+}
+
+/** Ids are unique by construction; going on with two alike would let one record overwrite another.
+ */
+QHash<QUuid, BlockedApplication> byUniqueId(const QList<BlockedApplication> &applications)
+{
+    QHash<QUuid, BlockedApplication> result;
+    for (const BlockedApplication &application : applications) {
+        if (result.contains(application.id)) {
+            std::fputs("zorvane: two blocked applications have the same id\n", stderr);
+            std::abort();
+        }
+        result.insert(application.id, application);
+    }
+    return result;
+}
+
+} // namespace
+
+AppBlockStore::AppBlockStore(platform::Platform &platform)
+    : m_platform(platform)
+    , m_inspector({*platform.bundles, *platform.signatures, *platform.walk, *platform.icons})
+    , m_filterController(std::make_shared<filter::FilterController>(
+          filter::FilterController::Services{*platform.scheduler, *platform.log,
+              *platform.mainBundle, *platform.filterManager, *platform.systemExtensions}))
+    , m_storedList(*platform.preferences, *platform.scheduler)
+    , m_protection(m_filterController, {*platform.preferences, *platform.mainBundle, m_list})
+{
+    connect(m_filterController.get(), &filter::FilterController::statusChanged, this,
+        &AppBlockStore::protectionChanged);
+    startLoading();
+}
+
+AppBlockStore::~AppBlockStore() = default;
+
+filter::FilterController *AppBlockStore::filterController() const
+{
+    return m_filterController.get();
+}
+
+const QList<BlockedApplication> &AppBlockStore::applications() const
+{
+    return m_list.applications();
+}
+
+bool AppBlockStore::hasLoadedApplications() const
+{
+    return m_list.hasLoaded();
+}
+
+void AppBlockStore::startLoading()
+{
+    platform::runInBackground(
+        *m_platform.scheduler, Priority::UserInitiated, m_lifetime.watch(),
+        [&preferences = *m_platform.preferences] { return StoredList::load(preferences); },
+        [this](const auto &stored) { applicationsLoaded(stored); });
+}
+
+void AppBlockStore::applicationsLoaded(const std::optional<Applications> &stored)
+{
+    Applications applications = stored.value_or(Applications());
+    const auto ownBundleIdentifier = m_platform.mainBundle->identifier();
+    const auto dropped = applications.removeIf([&](const BlockedApplication &application) {
+        return records::isOwnApplication(application, ownBundleIdentifier);
+    });
+    m_list.load(applications);
+    if (dropped > 0)
+        save();
+    Q_EMIT applicationsChanged();
+    m_protection.listLoaded();
+    reinspectStaleApplications();
+    if (m_waitingForList)
+        std::exchange(m_waitingForList, nullptr)();
+}
+
+void AppBlockStore::addApplication(const QUrl &url)
+{
+    if (m_isAddingApplication)
+        return;
+    const bool hasAccess = m_platform.fileAccess->begin(url);
+    setAddingApplication(true);
+    platform::runInBackground(
+        *m_platform.scheduler, Priority::UserInitiated, m_lifetime.watch(),
+        [inspector = m_inspector, url] {
+            return inspector.inspectApplication(url, QUuid::createUuid());
+        },
+        [this, url, hasAccess](const InspectionResult &result) {
+            // Saved before the list is loaded, an addition would overwrite all that is stored.
+            if (m_list.hasLoaded())
+                applicationInspected(url, hasAccess, result);
+            else
+                m_waitingForList = [this, url, hasAccess, result] {
+                    applicationInspected(url, hasAccess, result);
+                };
+        });
+}
+
+void AppBlockStore::applicationInspected(
+    const QUrl &url, bool hasAccess, const InspectionResult &result)
+{
+    if (hasAccess)
+        m_platform.fileAccess->end(url);
+    setAddingApplication(false);
+    if (const auto *application = std::get_if<BlockedApplication>(&result))
+        add(*application);
+    else
+        setAlertMessage(inspection::describe(std::get<ApplicationInspectionError>(result)));
+}
+
+void AppBlockStore::add(const BlockedApplication &application)
+{
+    if (records::isOwnApplication(application, m_platform.mainBundle->identifier())) {
+        setAlertMessage(u"Zorvane cannot block itself."_s);
+        return;
+    }
+    if (m_list.containsSigningIdentifier(application.signingIdentifier)) {
+        setAlertMessage(application.name + " is already on the list."_L1);
+        return;
+    }
+    m_list.insert(application);
+    Q_EMIT applicationsChanged();
+    save();
+    // By design, putting an application on the list means that it is blocked from now on.
+    m_protection.setEnabled(true);
+}
+
+void AppBlockStore::remove(const BlockedApplication &application)
+{
+    m_list.remove(application.id);
+    Q_EMIT applicationsChanged();
+    save();
+    // Even while the filter is off: a rule that was taken back must not return with it.
+    m_protection.applyRules();
+}
+
+void AppBlockStore::save()
+{
+    m_storedList.save(m_list.applications());
+}
+
+void AppBlockStore::reinspectStaleApplications()
+{
+    const Applications stale = m_list.staleApplications();
+    if (stale.isEmpty())
+        return;
+    platform::runInBackground(
+        *m_platform.scheduler, Priority::Utility, m_lifetime.watch(),
+        [inspector = m_inspector, stale] { return reinspected(inspector, stale); },
+        [this](const Applications &renewed) { applicationsReinspected(renewed); });
+}
+
+void AppBlockStore::applicationsReinspected(const Applications &renewed)
+{
+    m_list.replace(byUniqueId(renewed));
+    Q_EMIT applicationsChanged();
+    save();
+    m_protection.applyRulesIfEnabled();
+}
+
+void AppBlockStore::setDropTargeted(bool targeted)
+{
+    if (m_isDropTargeted == targeted)
+        return;
+    m_isDropTargeted = targeted;
+    Q_EMIT isDropTargetedChanged();
+}
+
+void AppBlockStore::setAddingApplication(bool adding)
+{
+    m_isAddingApplication = adding;
+    Q_EMIT isAddingApplicationChanged();
+}
+
+void AppBlockStore::setAlertMessage(const std::optional<QString> &message)
+{
+    m_alertMessage = message;
+    Q_EMIT alertMessageChanged();
+}
+
+void AppBlockStore::dismissAlert()
+{
+    setAlertMessage(std::nullopt);
+}
+
+bool AppBlockStore::isProtectionEnabled() const
+{
+    return m_protection.isEnabled();
+}
+
+void AppBlockStore::setProtectionEnabled(bool on)
+{
+    m_protection.setEnabled(on);
+}
+
+void AppBlockStore::explainProtectionUnavailable()
+{
+    if (const auto explanation = m_protection.explanationWhyUnavailable())
+        setAlertMessage(explanation);
+}
+
+void AppBlockStore::refreshProtection()
+{
+    m_protection.refresh();
+}
+
+void AppBlockStore::openInstallationFolders()
+{
+    const auto downloads = m_platform.actions->downloadsFolders();
+    if (!downloads.isEmpty())
+        m_platform.actions->openFolder(downloads.constFirst());
+    m_platform.actions->openFolder(u"/Applications"_s);
+}
+
+QStringList AppBlockStore::blockedCodeIdentityKeys() const
+{
+    return m_protection.codeIdentityKeys();
+}
+
+QStringList AppBlockStore::blockedApplicationPaths() const
+{
+    return m_protection.applicationPaths();
+}
+
+} // namespace zorvane::app
