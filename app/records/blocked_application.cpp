@@ -76,7 +76,8 @@ BlockedApplication mergingObservedIdentities(
 {
     QList<CodeIdentity> merged = withoutDuplicates(auxiliaryIdentities(application) + identities);
     merged.removeAll(primaryCodeIdentity(application));
-    std::ranges::sort(merged, precedes);
+    // Stable, because an absent and an empty team sort alike: merging again must change nothing.
+    std::ranges::stable_sort(merged, precedes);
 
     BlockedApplication result = application;
     result.auxiliaryCodeIdentities = std::move(merged);

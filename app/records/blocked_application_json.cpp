@@ -48,9 +48,9 @@ BlockedApplication readApplication(json::Element element)
 
 QJsonObject toJson(const CodeIdentity &identity)
 {
-    QJsonObject object{{u"signingIdentifier"_s, identity.signingIdentifier}};
+    QJsonObject object{{u"signingIdentifier"_s, wellFormed(identity.signingIdentifier)}};
     if (identity.teamIdentifier)
-        object.insert(u"teamIdentifier"_s, *identity.teamIdentifier);
+        object.insert(u"teamIdentifier"_s, wellFormed(*identity.teamIdentifier));
     return object;
 }
 
@@ -58,13 +58,13 @@ QJsonObject toJson(const BlockedApplication &application)
 {
     QJsonObject object{
         {u"id"_s, application.id.toString(QUuid::WithoutBraces).toUpper()},
-        {u"name"_s, application.name},
-        {u"bundleIdentifier"_s, application.bundleIdentifier},
-        {u"signingIdentifier"_s, application.signingIdentifier},
-        {u"path"_s, application.path},
+        {u"name"_s, wellFormed(application.name)},
+        {u"bundleIdentifier"_s, wellFormed(application.bundleIdentifier)},
+        {u"signingIdentifier"_s, wellFormed(application.signingIdentifier)},
+        {u"path"_s, wellFormed(application.path)},
     };
     if (application.teamIdentifier)
-        object.insert(u"teamIdentifier"_s, *application.teamIdentifier);
+        object.insert(u"teamIdentifier"_s, wellFormed(*application.teamIdentifier));
     if (application.auxiliaryCodeIdentities) {
         QJsonArray identities;
         for (const CodeIdentity &identity : *application.auxiliaryCodeIdentities)
@@ -72,8 +72,10 @@ QJsonObject toJson(const BlockedApplication &application)
         object.insert(u"auxiliaryCodeIdentities"_s, identities);
     }
     if (application.auxiliarySigningIdentifiers) {
-        object.insert(u"auxiliarySigningIdentifiers"_s,
-            QJsonArray::fromStringList(*application.auxiliarySigningIdentifiers));
+        QJsonArray identifiers;
+        for (const QString &identifier : *application.auxiliarySigningIdentifiers)
+            identifiers.append(wellFormed(identifier));
+        object.insert(u"auxiliarySigningIdentifiers"_s, identifiers);
     }
     if (application.inspectionVersion)
         object.insert(u"inspectionVersion"_s, *application.inspectionVersion);

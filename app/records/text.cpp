@@ -64,6 +64,11 @@ std::optional<QByteArray> decodedBase64(QByteArrayView text)
     return std::move(*result);
 }
 
+QString wellFormed(const QString &text)
+{
+    return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
+}
+
 std::optional<QString> decodedUtf8(QByteArrayView bytes)
 {
     QStringDecoder decode(QStringDecoder::Utf8,

@@ -31,6 +31,12 @@ namespace zorvane::records
  */
 [[nodiscard]] std::optional<QByteArray> decodedBase64(QByteArrayView text);
 
+/**
+ * @p text with every half of a surrogate pair that stands alone replaced. JSON written with one in
+ * it would be read by nobody.
+ */
+[[nodiscard]] QString wellFormed(const QString &text);
+
 /** @p bytes as text if they are valid UTF-8, else nothing. */
 [[nodiscard]] std::optional<QString> decodedUtf8(QByteArrayView bytes);
 
