@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/scheduler.h"
+
+#include <deque>
+#include <QList>
+
+namespace zorvane::tests
+{
+
+/** Time and threads by hand: nothing runs until a test says so, and all of it on the test's thread.
+ */
+class FakeScheduler final : public platform::Scheduler
+{
+public:
+    [[nodiscard]] QDateTime now() const override { return m_now; }
+    void runInBackground(platform::Priority priority, Job job) override;
+    void post(Job job) override { m_posted.push_back(std::move(job)); }
+    void after(std::chrono::milliseconds delay, Job job) override;
+    [[nodiscard]] std::unique_ptr<platform::Timer> every(
+        std::chrono::milliseconds interval, Job job) override;
+    [[nodiscard]] std::unique_ptr<platform::SerialQueue> makeSerialQueue(
+        const char *label) override;
+
+    /** Runs the background jobs that wait now; what they post stays posted. */
+    void runBackground();
+    /** Runs what is posted now on the main thread. */
+    void runPosted();
+    /** Runs everything that does not wait for time. */
+    void settle();
+    /** Lets time pass, running what falls due at its time and settling after each. */
+    void advance(std::chrono::milliseconds duration);
+    /** Sets the clock without letting time pass, as a user or a network clock does. */
+    void setNow(const QDateTime &now) { m_now = now; }
+
+    [[nodiscard]] qsizetype waitingBackgroundJobs() const { return qsizetype(m_background.size()); }
+    [[nodiscard]] qsizetype delayedJobs() const { return m_delayed.size(); }
+    [[nodiscard]] const QList<platform::Priority> &priorities() const { return m_priorities; }
+
+private:
+    class FakeTimer;
+    class FakeQueue;
+
+    struct Delayed {
+        std::chrono::milliseconds due;
+        Job job;
+    };
+
+    QDateTime m_now = QDateTime(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC);
+    std::chrono::milliseconds m_elapsed{0};
+    std::deque<Job> m_background;
+    std::deque<Job> m_posted;
+    QList<Delayed> m_delayed;
+    QList<FakeTimer *> m_timers;
+    QList<platform::Priority> m_priorities;
+};
+
+} // namespace zorvane::tests
