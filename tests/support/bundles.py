@@ -4,6 +4,7 @@ signs what it links. The applications are invented.
 As a program: bundles.py FOLDER builds all of them there.
 """
 
+import os
 import pathlib
 import plistlib
 import struct
@@ -73,6 +74,19 @@ def link_program(path):
              "11.0", "-e", "_main", "-o", path, compiled],
             check=True,
         )
+
+
+def fill(bundle, programs=200_000):
+    """Fills a bundle with programs that an inspection has to read, as hard links to a few, so that
+    inspecting it takes a while."""
+    helpers = bundle / "Contents/Helpers"
+    original = None
+    for number in range(programs):
+        if number % 20_000 == 0:
+            original = helpers / f"{bundle.stem} Worker {number // 20_000}"
+            link_program(original)
+        else:
+            os.link(original, helpers / f"{number}")
 
 
 def _write_icon(drawing, path):

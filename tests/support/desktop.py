@@ -32,10 +32,11 @@ def wait_for(condition, what, seconds=30):
 class Desktop:
     """Use it in a with statement; afterwards os.environ is as it was before."""
 
-    def __init__(self, width=1600, height=1000):
+    def __init__(self, width=1600, height=1000, environment=None):
         self.size = (width, height)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="zorvane-desktop-"))
         self._processes = []
+        self._wanted = environment or {}
         self._environment = dict(os.environ)
 
     def __enter__(self):
@@ -81,6 +82,7 @@ class Desktop:
             if name.startswith(("XDG_", "DBUS_", "WAYLAND_", "QT_", "GTK_", "GDK_")):
                 del os.environ[name]
         os.environ.update(HOME=str(home), XDG_RUNTIME_DIR=str(runtime), LC_ALL="C.UTF-8")
+        os.environ.update(self._wanted)
 
     def _start_display(self):
         reading, writing = os.pipe()
