@@ -11,7 +11,7 @@ namespace zorvane::ui
  * A dashed line around a rounded box, inside its bounds. The dashes are about 6 on and 4.5 off,
  * fitted so that they meet without a seam.
  */
-class DashedFrame final : public QQuickPaintedItem
+class DashedFrame : public QQuickPaintedItem
 {
     Q_OBJECT
     QML_ELEMENT

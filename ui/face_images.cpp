@@ -1,6 +1,7 @@
 #include "ui/box_images.h"
 
 #include <QPainter>
+#include <QPainterPath>
 #include <QUrl>
 #include <QUrlQuery>
 
