@@ -2,7 +2,6 @@
 
 #include "platform/main_thread.h"
 #include "platform/simulated/extension_state.h"
-#include "platform/simulated/report.h"
 #include "platform/simulated/simulated_system.h"
 
 namespace zorvane::platform::simulated
@@ -147,9 +146,8 @@ SimulatedSystemExtensions::SimulatedSystemExtensions(
 SimulatedSystemExtensions::~SimulatedSystemExtensions() = default;
 
 std::unique_ptr<ActivationRequest> SimulatedSystemExtensions::submitActivation(
-    const QString &identifier, std::weak_ptr<ActivationDelegate> delegate)
+    const QString &, std::weak_ptr<ActivationDelegate> delegate)
 {
-    qCDebug(simulatedSystem).noquote() << "Activation of" << identifier << "requested";
     return std::make_unique<Activation>(m_system, m_scheduler, *m_queue, std::move(delegate));
 }
 
