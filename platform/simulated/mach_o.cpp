@@ -13,8 +13,6 @@ constexpr std::uint32_t universalMagic = 0xCAFEBABE;
 constexpr std::uint64_t universalHeaderSize = 8;
 constexpr std::uint64_t sliceEntrySize = 20;
 constexpr std::uint32_t sliceCountLimit = 100;
-// Universal files inside universal files are followed that many times when the kind is looked up.
-constexpr int nestingLimit = 3;
 
 constexpr std::uint32_t arm64 = 0x0100000C;
 
@@ -126,16 +124,13 @@ const Slice &bestSlice(const std::vector<Slice> &slices)
 bool isMachO(const ByteRange &file)
 {
     std::optional<ByteRange> image = file;
-    for (int tries = 0; image && tries < nestingLimit; ++tries) {
-        if (!isUniversal(*image)) {
-            const auto form = imageForm(*image);
-            return form && image->size() >= header32Size
-                && isLoadedFileType(image->uint32At(12, form->order).value_or(0));
-        }
-        const auto first = sliceAt(*image, 0);
+    if (isUniversal(file)) {
+        const auto first = sliceAt(file, 0);
         image = first ? file.from(first->offset) : std::nullopt;
     }
-    return false;
+    const auto form = image ? imageForm(*image) : std::nullopt;
+    return form && image->size() >= header32Size
+        && isLoadedFileType(image->uint32At(12, form->order).value_or(0));
 }
 
 std::optional<ByteRange> representativeImage(const ByteRange &file)
