@@ -5,6 +5,7 @@
 #include "platform/simulated/main_bundle.h"
 #include "platform/simulated/preferences.h"
 #include "platform/simulated/report.h"
+#include "platform/simulated/simulated_code_signatures.h"
 #include "platform/simulated/simulated_system.h"
 #include "platform/simulated/system_actions.h"
 #include "platform/simulated/system_extensions.h"
@@ -23,6 +24,7 @@ Platform makePlatform()
     platform.log = std::make_unique<StandardErrorLog>();
     platform.preferences = makeStandardPreferences(*system);
     platform.suites = std::make_unique<FilePreferencesSuites>(system);
+    platform.signatures = std::make_unique<SimulatedCodeSignatures>();
     platform.mainBundle = std::make_unique<SimulatedMainBundle>(system);
     platform.entitlements = std::make_unique<SimulatedEntitlements>(system);
     platform.filterManager = std::make_unique<SimulatedFilterManager>(system, *platform.scheduler);
