@@ -82,7 +82,7 @@ QDateTime toDate(plist_t node)
     int32_t microseconds = 0;
     plist_get_date_val(node, &seconds, &microseconds);
     // The library gives the fraction without its sign.
-    const qint64 fraction = seconds < 0 ? -microseconds / 1000 : microseconds / 1000;
+    const qint64 fraction = (seconds < 0 ? -1 : 1) * qint64(microseconds) / 1000;
     const qint64 milliseconds = (qint64(seconds) + referenceDate) * 1000 + fraction;
     return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC);
 }

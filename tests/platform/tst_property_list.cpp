@@ -121,6 +121,13 @@ private Q_SLOTS:
         QCOMPARE(date.date().year(), 2069);
     }
 
+    void datesOfNoCalendarAreRead()
+    {
+        for (const quint64 bits :
+            {0xFFEFFFFFFFFFFFFFu, 0x7FEFFFFFFFFFFFFFu, 0x7FF8000000000000u, 0xC1CA928000000000u})
+            QVERIFY(readPropertyList(binary({"\x33" + bigEndian(bits, 8)})).isValid());
+    }
+
     void repeatedKeysAreTaken_data()
     {
         QTest::addColumn<QByteArray>("bytes");
