@@ -1,8 +1,11 @@
 #include "platform/platform.h"
 
+#include "platform/simulated/file_bundles.h"
+#include "platform/simulated/file_icons.h"
 #include "platform/simulated/filter_manager.h"
 #include "platform/simulated/log.h"
 #include "platform/simulated/main_bundle.h"
+#include "platform/simulated/posix_directory_walk.h"
 #include "platform/simulated/preferences.h"
 #include "platform/simulated/report.h"
 #include "platform/simulated/simulated_code_signatures.h"
@@ -25,6 +28,9 @@ Platform makePlatform()
     platform.preferences = makeStandardPreferences(*system);
     platform.suites = std::make_unique<FilePreferencesSuites>(system);
     platform.signatures = std::make_unique<SimulatedCodeSignatures>();
+    platform.bundles = std::make_unique<FileBundles>(QStringList{QStringLiteral("en")});
+    platform.walk = std::make_unique<PosixDirectoryWalk>();
+    platform.icons = std::make_unique<FileIcons>();
     platform.mainBundle = std::make_unique<SimulatedMainBundle>(system);
     platform.entitlements = std::make_unique<SimulatedEntitlements>(system);
     platform.filterManager = std::make_unique<SimulatedFilterManager>(system, *platform.scheduler);
