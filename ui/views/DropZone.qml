@@ -1,4 +1,5 @@
 import QtQuick
+import Zorvane.Ui
 
 /* Where applications are dropped: waiting, under a drag, or reading what was dropped. */
 Item {
