@@ -31,6 +31,7 @@ UserInterface::UserInterface(app::AppBlockStore &store, platform::SystemActions 
     , m_system(actions)
 {
     provideIcon();
+    m_engine.addImportPath(u"qrc:/qt/qml"_s);
     m_engine.addImageProvider(u"application"_s, new ApplicationImages(store));
     m_engine.addImageProvider(u"symbol"_s, new SymbolImages);
     m_engine.addImageProvider(u"shadow"_s, new ShadowImages);

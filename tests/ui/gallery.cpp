@@ -31,7 +31,7 @@ QByteArray icon(QColor top, QColor bottom)
     gradient.setColorAt(1, bottom);
     painter.setPen(Qt::NoPen);
     painter.setBrush(gradient);
-    painter.drawRoundedRect(image.rect(), 29, 29);
+    painter.drawRoundedRect(image.rect().adjusted(8, 8, -8, -8), 25, 25);
     painter.end();
     QByteArray bytes;
     QBuffer buffer(&bytes);

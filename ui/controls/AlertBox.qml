@@ -110,14 +110,14 @@ FocusScope {
 
             Item {
                 width: 1
-                height: 6
+                height: 8
             }
 
             Label {
                 width: parent.width
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
-                lineHeight: 1.2
+                lineHeight: 1.15
                 text: root.shownMessage
                 font: Type.subheadline
             }

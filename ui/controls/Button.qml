@@ -29,6 +29,7 @@ Pressable {
         id: label
 
         anchors.centerIn: parent
+        anchors.alignWhenCentered: false
         text: root.text
         font: root.prominent ? Type.bodyMedium : Type.body
         color: root.prominent ? "#ffffff" : Theme.primary

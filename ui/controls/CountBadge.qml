@@ -15,6 +15,7 @@ Rectangle {
         id: label
 
         anchors.centerIn: parent
+        anchors.alignWhenCentered: false
         anchors.verticalCenterOffset: 0.5
         text: root.count.toString()
         font: Type.captionBold

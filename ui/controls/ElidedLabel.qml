@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 
 /* A line that may not fit its width; then its whole text is in its tool tip. */

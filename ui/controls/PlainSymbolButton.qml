@@ -31,6 +31,7 @@ Pressable {
 
     Symbol {
         anchors.centerIn: parent
+        anchors.alignWhenCentered: Screen.devicePixelRatio === 1
         name: root.symbol
         box: Symbols.box(root.fontSize)
         stroke: root.stroke

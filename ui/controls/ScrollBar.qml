@@ -5,7 +5,7 @@ Item {
     id: root
 
     required property Flickable area
-    required property real top
+    required property real topInset
     readonly property real range: area.contentHeight - area.height
     readonly property bool needed: range > 0
     readonly property bool active: area.moving || mouse.containsMouse || mouse.pressed || shown.running
@@ -39,7 +39,7 @@ Item {
 
         property real grip: 0
 
-        y: root.top + 2
+        y: root.topInset + 2
         width: parent.width
         height: parent.height - y - 2
         hoverEnabled: true

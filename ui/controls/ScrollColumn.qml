@@ -69,6 +69,6 @@ Item {
 
     ScrollBar {
         area: flickable
-        top: root.header.height
+        topInset: root.header.height
     }
 }

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 
 /* A line of explanation beneath what the pointer rests on. Lives in the window, over everything. */

@@ -24,41 +24,48 @@ Panel {
         anchors.left: symbol.right
         anchors.leftMargin: 14
         anchors.right: parent.right
+        topPadding: 1
         spacing: 14
 
         Column {
             width: parent.width
-            spacing: 2
+            spacing: 12
 
-            Label {
-                text: "Finish enabling protection"
-                font: Type.headline
-                Accessible.role: Accessible.Heading
-            }
-
-            Label {
+            Column {
                 width: parent.width
-                wrapMode: Text.Wrap
-                text: "macOS is waiting for you to approve Zorvane."
-                font: Type.subheadline
-                color: Theme.secondary
-            }
-        }
-
-        Column {
-            width: parent.width
-            spacing: 6
-
-            Repeater {
-                model: ["1. Open System Settings.", "2. Scroll to Extensions and choose By Category.", "3. If Network Extensions is listed, open it and enable Zorvane.", "4. If it is not listed yet, return here and retry activation."]
+                spacing: 3
 
                 Label {
-                    required property string modelData
+                    text: "Finish enabling protection"
+                    font: Type.headline
+                    Accessible.role: Accessible.Heading
+                }
 
+                Label {
                     width: parent.width
                     wrapMode: Text.Wrap
-                    text: modelData
-                    font: Type.caption
+                    text: "macOS is waiting for you to approve Zorvane."
+                    font: Type.subheadline
+                    color: Theme.secondary
+                }
+            }
+
+            Column {
+                width: parent.width
+                spacing: 5
+
+                Repeater {
+                    model: ["1. Open System Settings.", "2. Scroll to Extensions and choose By Category.", "3. If Network Extensions is listed, open it and enable Zorvane.", "4. If it is not listed yet, return here and retry activation."]
+
+                    Label {
+                        required property string modelData
+
+                        width: parent.width
+                        wrapMode: Text.Wrap
+                        lineHeight: 1.08
+                        text: modelData
+                        font: Type.caption
+                    }
                 }
             }
         }

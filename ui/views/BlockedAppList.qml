@@ -1,6 +1,5 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
+import Zorvane.Ui
 
 /*
  * The rows of the list. Only those near the visible part are built; the others keep their place.

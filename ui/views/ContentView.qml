@@ -1,6 +1,5 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
+import Zorvane.Ui
 
 /* Header, explanations and the list. */
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import Zorvane.Ui
 
 /* Where applications are dropped: waiting, under a drag, or reading what was dropped. */
 Item {
@@ -38,11 +39,20 @@ Item {
         anchors.fill: parent
         radius: 20
         color: root.targeted ? Theme.blueSolid : Theme.faded(Theme.blue, 0.06)
-        border.width: root.targeted ? 1.5 : 0
+    }
+
+    Rectangle {
+        objectName: "dropZoneOutline"
+        anchors.fill: parent
+        visible: root.targeted
+        radius: 20
+        color: "transparent"
+        border.width: 1.5
         border.color: Theme.white(0.65)
     }
 
     DashedFrame {
+        objectName: "dropZoneDashes"
         anchors.fill: parent
         visible: !root.targeted
         radius: 20
@@ -70,7 +80,7 @@ Item {
 
         Item {
             width: 1
-            height: 12
+            height: root.adding ? 16 : 12
         }
 
         Label {
@@ -84,7 +94,7 @@ Item {
 
         Item {
             width: 1
-            height: 4
+            height: 5
         }
 
         Label {

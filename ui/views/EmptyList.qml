@@ -31,7 +31,7 @@ Item {
 
         Item {
             width: 1
-            height: 4
+            height: 5
         }
 
         Label {

@@ -14,7 +14,7 @@ Item {
 
         x: 2
         name: "exclamationmark.triangle.fill"
-        box: Symbols.box(10)
+        box: Symbols.box(11)
         color: Theme.failureSymbol
     }
 
@@ -24,6 +24,7 @@ Item {
         anchors.left: symbol.right
         anchors.leftMargin: 5
         anchors.right: parent.right
+        y: Math.max(0, Math.round((symbol.height - implicitHeight / lineCount) / 2))
         wrapMode: Text.Wrap
         text: root.message
         font: Type.caption

@@ -1,4 +1,5 @@
 import QtQuick
+import Zorvane.Ui
 
 /* The product's name and the protection switch, on a thin material that the page passes under. */
 Item {

@@ -18,20 +18,20 @@ Panel {
 
         Item {
             width: parent.width
-            height: 20
+            height: symbol.height
 
             Symbol {
                 id: symbol
 
                 anchors.verticalCenter: parent.verticalCenter
                 name: "arrow.down.app.fill"
-                box: 20
+                box: Symbols.box(14)
                 color: Theme.orange
             }
 
             Label {
                 anchors.left: symbol.right
-                anchors.leftMargin: 6
+                anchors.leftMargin: 7
                 anchors.verticalCenter: parent.verticalCenter
                 text: "Finish installing Zorvane"
                 font: Type.headline

@@ -1,6 +1,5 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
+import Zorvane.Ui
 
 /* The drop zone and, under it, the blocked applications. */
 Column {

@@ -1,6 +1,5 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
+import Zorvane.Ui
 
 /* The one main window. What it shows and does is the store's; it is shown by its owner. */
 Window {

@@ -1,4 +1,5 @@
 import QtQuick
+import Zorvane.Ui
 
 /* How protection stands: a dot, a text, and the switch. */
 Item {

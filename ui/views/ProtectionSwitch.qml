@@ -1,4 +1,5 @@
 import QtQuick
+import Zorvane.Ui
 
 /* The switch for protection. Where it cannot be used for the place of the program, a tap says so. */
 Item {
