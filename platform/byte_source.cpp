@@ -8,9 +8,6 @@ namespace zorvane::platform
 namespace
 {
 
-// One page: the load commands of nearly every program fit, and so does the front of a signature.
-constexpr std::size_t windowSize = 4096;
-
 std::size_t copyFrom(
     std::span<const std::uint8_t> bytes, std::uint64_t offset, std::span<std::uint8_t> into)
 {
@@ -29,23 +26,25 @@ std::size_t MemorySource::read(std::uint64_t offset, std::span<std::uint8_t> int
     return copyFrom(m_bytes, offset, into);
 }
 
-WindowSource::WindowSource(ByteSource &source)
-    : m_source(source)
-    , m_buffer(windowSize)
+bool WindowSource::Window::holds(std::uint64_t offset, std::size_t size) const
 {
+    return offset >= begin && offset - begin <= length && size <= length - (offset - begin);
 }
 
 std::size_t WindowSource::read(std::uint64_t offset, std::span<std::uint8_t> into)
 {
     if (into.size() > windowSize)
         return m_source.read(offset, into);
-    const bool isInside = offset >= m_begin && offset - m_begin <= m_length
-        && into.size() <= m_length - (offset - m_begin);
-    if (!isInside) {
-        m_begin = offset;
-        m_length = m_source.read(offset, m_buffer);
+    if (!m_windows[m_current].holds(offset, into.size())) {
+        m_current = 1 - m_current;
+        Window &window = m_windows[m_current];
+        if (!window.holds(offset, into.size())) {
+            window.begin = offset;
+            window.length = m_source.read(offset, window.bytes);
+        }
     }
-    return copyFrom(std::span(m_buffer).first(m_length), offset - m_begin, into);
+    const Window &window = m_windows[m_current];
+    return copyFrom(std::span(window.bytes).first(window.length), offset - window.begin, into);
 }
 
 } // namespace zorvane::platform

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <vector>
 
 namespace zorvane::platform
 {
@@ -42,23 +42,37 @@ private:
 };
 
 /**
- * Another source, read by the window: small reads that lie close together cost one read of the
- * source below.
+ * Another source, read by the page: small reads close to one of the last two places cost none of
+ * the source below.
  */
 class WindowSource final : public ByteSource
 {
 public:
     /** @p source outlives this one. */
-    explicit WindowSource(ByteSource &source);
+    explicit WindowSource(ByteSource &source)
+        : m_source(source)
+    {
+    }
 
     [[nodiscard]] std::uint64_t size() const override { return m_source.size(); }
     [[nodiscard]] std::size_t read(std::uint64_t offset, std::span<std::uint8_t> into) override;
 
 private:
+    // The load commands of nearly every program fit, and so does the front of a signature.
+    static constexpr std::size_t windowSize = 4096;
+
+    struct Window {
+        std::array<std::uint8_t, windowSize> bytes{};
+        std::uint64_t begin = 0;
+        std::size_t length = 0;
+
+        [[nodiscard]] bool holds(std::uint64_t offset, std::size_t size) const;
+    };
+
     ByteSource &m_source;
-    std::vector<std::uint8_t> m_buffer;
-    std::uint64_t m_begin = 0;
-    std::size_t m_length = 0;
+    std::array<Window, 2> m_windows;
+    /** The window that was read from last; the other one is the next to be filled anew. */
+    std::size_t m_current = 0;
 };
 
 } // namespace zorvane::platform
