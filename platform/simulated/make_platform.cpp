@@ -1,14 +1,11 @@
 #include "platform/platform.h"
 
-#include "platform/simulated/file_bundles.h"
-#include "platform/simulated/file_icons.h"
+#include "platform/bundle_reading.h"
 #include "platform/simulated/filter_manager.h"
 #include "platform/simulated/log.h"
 #include "platform/simulated/main_bundle.h"
-#include "platform/simulated/posix_directory_walk.h"
 #include "platform/simulated/preferences.h"
 #include "platform/simulated/report.h"
-#include "platform/simulated/simulated_code_signatures.h"
 #include "platform/simulated/simulated_system.h"
 #include "platform/simulated/system_actions.h"
 #include "platform/simulated/system_extensions.h"
@@ -27,10 +24,11 @@ Platform makePlatform()
     platform.log = std::make_unique<StandardErrorLog>();
     platform.preferences = makeStandardPreferences(*system);
     platform.suites = std::make_unique<FilePreferencesSuites>(system);
-    platform.signatures = std::make_unique<SimulatedCodeSignatures>();
-    platform.bundles = std::make_unique<FileBundles>(QStringList{QStringLiteral("en")});
-    platform.walk = std::make_unique<PosixDirectoryWalk>();
-    platform.icons = std::make_unique<FileIcons>();
+    BundleReading reading = makeBundleReading();
+    platform.signatures = std::move(reading.signatures);
+    platform.bundles = std::move(reading.bundles);
+    platform.walk = std::move(reading.walk);
+    platform.icons = std::move(reading.icons);
     platform.mainBundle = std::make_unique<SimulatedMainBundle>(system);
     platform.entitlements = std::make_unique<SimulatedEntitlements>(system);
     platform.filterManager = std::make_unique<SimulatedFilterManager>(system, *platform.scheduler);

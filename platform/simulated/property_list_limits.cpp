@@ -97,6 +97,17 @@ private:
         return Object{Object::Kind::Plain, start, size};
     }
 
+    /** True if a text of @p count UTF-16 units has a zero one; libplist ends the program over a key
+     * that does. */
+    bool hasZeroUnit(quint64 start, quint64 count) const
+    {
+        for (quint64 i = 0; i < count; ++i) {
+            if (bigEndian(start + 2 * i, 2) == 0)
+                return true;
+        }
+        return false;
+    }
+
     /** An object whose marker carries a count, or says that the count follows as an integer. */
     std::optional<Object> counted(quint64 type, quint64 position) const
     {
@@ -115,7 +126,8 @@ private:
         case 0x5:
             return plain(start, count);
         case 0x6:
-            return fits(start, count, 2) ? plain(start, count * 2) : std::nullopt;
+            return fits(start, count, 2) && !hasZeroUnit(start, count) ? plain(start, count * 2)
+                                                                       : std::nullopt;
         case 0xA:
         case 0xC:
             if (fits(start, count, m_referenceSize))

@@ -1,29 +1,18 @@
 #include "platform/simulated/small_file.h"
 
-#include <fcntl.h>
-#include <QFile>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "platform/binary_file.h"
 
 namespace zorvane::platform::simulated
 {
 
 std::optional<QByteArray> readSmallFile(const std::filesystem::path &path, qint64 limit)
 {
-    // O_NONBLOCK: a pipe under the name of a file would hold the open until somebody writes to it.
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0)
+    const auto file = BinaryFile::open(path, BinaryFile::Links::Follow);
+    if (!file || file->size() > std::uint64_t(limit))
         return std::nullopt;
-    struct stat status {
-    };
-    QFile file;
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > limit
-        || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(descriptor);
-        return std::nullopt;
-    }
-    QByteArray bytes = file.read(limit + 1);
-    if (file.error() != QFileDevice::NoError || bytes.size() > limit)
+    QByteArray bytes(qsizetype(file->size()), Qt::Uninitialized);
+    const std::span into(reinterpret_cast<std::uint8_t *>(bytes.data()), size_t(bytes.size()));
+    if (file->read(0, into) != into.size())
         return std::nullopt;
     return bytes;
 }

@@ -302,6 +302,8 @@ private Q_SLOTS:
                                                      "aaaa"});
         QTest::newRow("unknown object") << binary({arrayOf({7})});
         QTest::newRow("unknown kind") << binary({"\x70"});
+        QTest::newRow("zero in a key")
+            << binary({"\xD1" + bigEndian(0x00010002, 4), "\x62" + bigEndian(0x00610000, 4), "Qa"});
         QTest::newRow("number as key") << binary({"\xD1" + bigEndian(0x00010001, 4), "\x10\x01"});
     }
 
