@@ -14,7 +14,7 @@ Q_LOGGING_CATEGORY(systemExtension, "dev.kestrelworks.Zorvane:SystemExtension")
 
 } // namespace
 
-StandardErrorLog::StandardErrorLog()
+void useLogFormat()
 {
     if (!qEnvironmentVariableIsSet("QT_MESSAGE_PATTERN"))
         qSetMessagePattern(u"%{time yyyy-MM-dd HH:mm:ss.zzz} "

@@ -18,6 +18,7 @@ Platform makePlatform()
 {
     using namespace simulated;
 
+    useLogFormat();
     const auto system = std::make_shared<SimulatedSystem>(SimulatedSystem::standardFolder());
     Platform platform;
     platform.scheduler = std::make_unique<StandardScheduler>();

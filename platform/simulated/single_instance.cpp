@@ -1,5 +1,6 @@
 #include "platform/simulated/single_instance.h"
 
+#include "platform/simulated/log.h"
 #include "platform/simulated/report.h"
 #include "platform/simulated/simulated_system.h"
 
@@ -150,6 +151,7 @@ LockedInstance::Answer LockedInstance::callFirst() const
 
 std::unique_ptr<SingleInstance> makeSingleInstance()
 {
+    simulated::useLogFormat();
     return std::make_unique<simulated::LockedInstance>(
         simulated::SimulatedSystem::standardFolder(), u"zorvane"_s);
 }

@@ -75,6 +75,7 @@ private Q_SLOTS:
 
     void theFormShowsLevelSubsystemAndCategory()
     {
+        useLogFormat();
         StandardErrorLog log;
         log.notice(u"saved"_s);
         log.error(u"not saved"_s);
