@@ -1,8 +1,6 @@
 """The real program on a private desktop, with a system folder of its own."""
 
 import json
-import os
-import pathlib
 import plistlib
 import time
 
@@ -27,7 +25,6 @@ class Zorvane:
         self.change_system(**(system or {}))
         surroundings = {
             **PROGRAM_ENVIRONMENT,
-            "PATH": f"{pathlib.Path(program).resolve().parents[1] / 'tools'}:{os.environ['PATH']}",
             "QT_QUICK_BACKEND": "software",
             "QT_SCALE_FACTOR": str(scale),
             "ZORVANE_SYSTEM_DIR": str(self.folder),
