@@ -42,15 +42,16 @@ class Guide:
     def __init__(self, desktop, program, scene):
         self._desktop = desktop
         self._drag = None
-        self.folder = desktop.folder / "Downloads"
+        self.folder = desktop.new_folder() / "Downloads"
         self.folder.mkdir()
         for application in bundles.APPLICATIONS:
             bundles.build(application, self.folder)
         bundles.fill(self.folder / "Harbor Sync.app")
         (self.folder / "letter.txt").write_text("Dear reader\n")
-        if scene.dark:
-            use_dark_colors(desktop.folder / "home")
-        self.zorvane = Zorvane(desktop, program, scene.preferences, scene.system, SCALE)
+        environment = dark_colors(desktop.folder / "home") if scene.dark else {}
+        self.zorvane = Zorvane(
+            desktop, program, scene.preferences, scene.system, SCALE, environment
+        )
         self.zorvane.window.place(700, 60)
         self.files = FileManager(desktop, self.folder)
         self._shown = self.zorvane.window
@@ -102,14 +103,19 @@ class Guide:
             before = now
             time.sleep(0.2)
 
+    def close(self):
+        self.files.close()
+        self.zorvane.close()
+
     def _rest(self):
         """Takes the pointer where it makes nothing look hovered."""
         if not self._drag:
             pointer.move(5, 5)
 
 
-def use_dark_colors(home):
-    """A dark colour scheme as KDE's settings keep it, which Qt follows on a KDE desktop."""
+def dark_colors(home):
+    """A dark colour scheme as KDE's settings keep it, and the environment of a KDE desktop, on which
+    Qt follows them."""
     settings = home / ".config/kdeglobals"
     settings.parent.mkdir(parents=True, exist_ok=True)
     settings.write_text(
@@ -118,6 +124,7 @@ def use_dark_colors(home):
             for part in ("Window", "View", "Button", "Tooltip", "Selection")
         )
     )
+    return {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"}
 
 
 def pixels(file):
@@ -184,9 +191,8 @@ SCENES = (
 def take(program, folder):
     """Takes the whole tour; returns the pictures' names and accounts."""
     pictures = []
-    for scene in SCENES:
-        environment = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"} if scene.dark else {}
-        with Desktop(2400, 1500, environment) as desktop:
+    with Desktop(2400, 1500) as desktop:
+        for scene in SCENES:
             guide = Guide(desktop, program, scene)
             try:
                 for name, account, act in scene.steps:
@@ -198,6 +204,7 @@ def take(program, folder):
             except Exception:
                 print(guide.zorvane.log.read_text(), guide.zorvane.screen.describe(), sep="\n")
                 raise
+            guide.close()
     return pictures
 
 

@@ -15,20 +15,23 @@ from zorvane import Zorvane  # noqa: E402
 
 
 class AcceptanceTest(unittest.TestCase):
-    """Each test has a desktop of its own. ZORVANE_PROGRAM is the program under test."""
+    """Each test starts the program, named by ZORVANE_PROGRAM, on an empty system of its own."""
+
+    desktop = None
 
     def setUp(self):
-        self.desktop = self.enterContext(Desktop())
-        self.folder = self.desktop.folder / "Applications"
+        self.folder = self.desktop.new_folder() / "Applications"
         self.folder.mkdir()
 
     def start(self, **options):
         self.zorvane = Zorvane(self.desktop, os.environ["ZORVANE_PROGRAM"], **options)
         self.zorvane.window.place(700, 40)
+        self.addCleanup(self.zorvane.close)
         self.addCleanup(self._show_what_happened)
 
     def open_file_manager(self):
         self.files = FileManager(self.desktop, self.folder)
+        self.addCleanup(self.files.close)
 
     def build(self, *applications):
         for application in applications:
@@ -57,4 +60,5 @@ def key(signing_identifier, team=""):
 
 
 def main():
-    unittest.main(verbosity=2)
+    with Desktop() as AcceptanceTest.desktop:
+        unittest.main(verbosity=2, warnings="ignore")

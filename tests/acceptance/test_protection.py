@@ -1,7 +1,8 @@
 """The protection switch and the system's approval, worked by mouse."""
 
-from acceptance import AcceptanceTest, bundles, key, main, wait_for
+from acceptance import AcceptanceTest, bundles, key, main
 from accessibility import Program
+import pointer
 
 
 class Protection(AcceptanceTest):
@@ -40,8 +41,11 @@ class Protection(AcceptanceTest):
         self.zorvane.screen.find("Finish enabling protection")
         self.zorvane.click("Open System Settings", "push button")
         settings = Program("zorvane-system-settings")
-        wait_for(lambda: settings.showing(role="push button"), "a button in the settings")
         self.assertFalse(self.zorvane.filter_configuration().get("isEnabled", False))
+        pointer.click(*settings.find("Allow", "push button").center())
+
+        self.wait_for_filter(True, key("Quill Mail"))
+        self.zorvane.screen.find("Protection on")
 
 
 if __name__ == "__main__":

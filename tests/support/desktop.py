@@ -1,7 +1,8 @@
 """A private desktop: an X display, a window manager and a session bus of its own.
 
-Several of them can run side by side; nothing of the caller's session is touched. Everything that
-was started ends with it.
+Several of them can run side by side, though only one in a process, because assistive technology
+connects to the first bus for good. Nothing of the caller's session is touched. Everything that was
+started ends with it.
 """
 
 import os
@@ -32,11 +33,10 @@ def wait_for(condition, what, seconds=30):
 class Desktop:
     """Use it in a with statement; afterwards os.environ is as it was before."""
 
-    def __init__(self, width=1600, height=1000, environment=None):
+    def __init__(self, width=1600, height=1000):
         self.size = (width, height)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="zorvane-desktop-"))
         self._processes = []
-        self._wanted = environment or {}
         self._environment = dict(os.environ)
 
     def __enter__(self):
@@ -73,6 +73,15 @@ class Desktop:
         self._processes.append(process)
         return process
 
+    def stop(self, process):
+        """Ends a program that was started here, and what it started."""
+        self._processes.remove(process)
+        _end(process)
+
+    def new_folder(self):
+        """An empty folder that goes when the desktop goes."""
+        return pathlib.Path(tempfile.mkdtemp(dir=self.folder))
+
     def _prepare_environment(self):
         home = self.folder / "home"
         runtime = self.folder / "run"
@@ -82,7 +91,6 @@ class Desktop:
             if name.startswith(("XDG_", "DBUS_", "WAYLAND_", "QT_", "GTK_", "GDK_")):
                 del os.environ[name]
         os.environ.update(HOME=str(home), XDG_RUNTIME_DIR=str(runtime), LC_ALL="C.UTF-8")
-        os.environ.update(self._wanted)
 
     def _start_display(self):
         reading, writing = os.pipe()

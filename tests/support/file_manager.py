@@ -15,7 +15,10 @@ class FileManager:
         settings = desktop.folder / "home/.config/pcmanfm/default"
         settings.mkdir(parents=True, exist_ok=True)
         (settings / "pcmanfm.conf").write_text(_LOOK)
-        desktop.start("pcmanfm", "--no-desktop", folder, environment=PROGRAM_ENVIRONMENT)
+        self._desktop = desktop
+        self._process = desktop.start(
+            "pcmanfm", "--no-desktop", folder, environment=PROGRAM_ENVIRONMENT
+        )
         self._folder = folder
         self.window = Window(folder.name)
         self.window.place(left, top)
@@ -34,6 +37,9 @@ class FileManager:
     def select_all(self):
         self.window.activate()
         pointer.key("ctrl+a")
+
+    def close(self):
+        self._desktop.stop(self._process)
 
     def _names(self):
         """The folder's items in the order in which they are shown."""

@@ -1,8 +1,6 @@
 """The real program on a private desktop, with a system folder of its own."""
 
 import json
-import os
-import pathlib
 import plistlib
 import time
 
@@ -17,21 +15,22 @@ _PREFERENCES = "preferences/dev.kestrelworks.Zorvane.plist"
 class Zorvane:
     """Starts build/.../zorvane, whose path is program, and shows what it does from outside."""
 
-    def __init__(self, desktop, program, preferences=None, system=None, scale=1):
-        self.folder = desktop.folder / "system"
-        self.log = desktop.folder / "zorvane.log"
-        self.scale = scale
+    def __init__(
+        self, desktop, program, preferences=None, system=None, scale=1, environment=None
+    ):
+        self.folder = desktop.new_folder()
+        self.log = self.folder / "zorvane.log"
         self._desktop = desktop
         self._write_preferences({"hasCompletedOnboarding": True, **(preferences or {})})
         self.change_system(**(system or {}))
-        self._environment = {
+        surroundings = {
             **PROGRAM_ENVIRONMENT,
-            "PATH": f"{pathlib.Path(program).resolve().parents[1] / 'tools'}:{os.environ['PATH']}",
             "QT_QUICK_BACKEND": "software",
             "QT_SCALE_FACTOR": str(scale),
             "ZORVANE_SYSTEM_DIR": str(self.folder),
+            **(environment or {}),
         }
-        self.process = desktop.start(program, environment=self._environment, log=self.log)
+        self.process = desktop.start(program, environment=surroundings, log=self.log)
         self.window = Window("Zorvane")
         self.screen = Program("Zorvane", scale=scale)
 
@@ -72,9 +71,8 @@ class Zorvane:
     def click(self, name, role=None):
         pointer.click(*self.screen.find(name, role).center())
 
-    def quit(self):
-        self.process.terminate()
-        self.process.wait(10)
+    def close(self):
+        self._desktop.stop(self.process)
 
     def _write_preferences(self, values):
         _replace(self.folder / _PREFERENCES, plistlib.dumps(values))
