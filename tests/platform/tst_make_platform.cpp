@@ -34,6 +34,7 @@ private Q_SLOTS:
         QVERIFY(m_platform->log);
         QVERIFY(m_platform->preferences);
         QVERIFY(m_platform->suites);
+        QVERIFY(m_platform->signatures);
         QVERIFY(m_platform->bundles);
         QVERIFY(m_platform->walk);
         QVERIFY(m_platform->icons);

@@ -1,5 +1,6 @@
 import QtQuick
 import Zorvane.Ui
+import Zorvane.SystemSettings
 
 /* Where the user allows the extension, or takes that back. */
 Card {

@@ -1,5 +1,6 @@
 import QtQuick
 import Zorvane.Ui
+import Zorvane.SystemSettings
 
 /* The settings of the simulated system: whether the extension may run, and what it would block. */
 Window {

@@ -15,6 +15,7 @@ SettingsWindow::SettingsWindow(std::filesystem::path folder)
     m_engine.addImageProvider(u"shadow"_s, new ui::ShadowImages);
     m_engine.addImageProvider(u"face"_s, new ui::FaceImages);
     m_engine.setInitialProperties({{u"system"_s, QVariant::fromValue(&m_state)}});
+    m_engine.addImportPath(u":/qt/qml"_s);
     m_engine.load(QUrl(u"qrc:/qt/qml/Zorvane/SystemSettings/SettingsWindow.qml"_s));
 }
 
