@@ -45,15 +45,15 @@ private Q_SLOTS:
         QTEST(dot->property("color").value<QColor>(), "dot");
         QCOMPARE(dot->size(), QSizeF(8, 8));
         QCOMPARE(dot->property("radius").toReal(), 4.0);
-        const auto *const text = fixture.item(u"statusText"_s);
-        QTEST(text->property("text").toString(), "text");
-        QCOMPARE(text->property("font").value<QFont>().pixelSize(), 11);
-        QCOMPARE(text->property("font").value<QFont>().weight(), QFont::Medium);
+        const auto *const label = fixture.item(u"statusText"_s);
+        QTEST(label->property("text").toString(), "text");
+        QCOMPARE(label->property("font").value<QFont>().pixelSize(), 11);
+        QCOMPARE(label->property("font").value<QFont>().weight(), QFont::Medium);
         const auto *const toggle = fixture.item(u"protectionSwitch"_s);
         QTEST(toggle->isEnabled(), "usable");
         QTEST(toggle->property("checked").toBool(), "on");
         QFETCH(QString, text);
-        QCOMPARE(fixture.item(u"explanationLayer"_s) != nullptr, text == u"Move to Applications");
+        QCOMPARE(fixture.item(u"explanationLayer"_s) != nullptr, text == u"Move to Applications"_s);
     }
 
     void theSwitchAsksForProtectionAndFollowsTheStatus()
