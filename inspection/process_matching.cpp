@@ -41,7 +41,15 @@ bool ApplicationMatcher::owns(const DiscoveredNetworkProcess &process) const
 
 bool processBelongs(const DiscoveredNetworkProcess &process, const BlockedApplication &application)
 {
-    return ApplicationMatcher(application).owns(process);
+    const QList<CodeIdentity> identities = records::allCodeIdentities(application);
+    if (identities.contains(ownIdentity(process)))
+        return true;
+    const auto source = sourceApplicationIdentity(process);
+    if (source && identities.contains(*source))
+        return true;
+    return process.executablePath
+        && liesAtOrBelow(records::standardizedPath(*process.executablePath),
+            records::standardizedPath(application.path));
 }
 
 ProcessIndex::ProcessIndex(const QList<BlockedApplication> &applications)

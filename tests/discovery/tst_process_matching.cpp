@@ -156,7 +156,7 @@ private Q_SLOTS:
         QCOMPARE(index.owners(sampleProcess(u"helper"_s)), QList<qsizetype>({0, 2}));
     }
 
-    void theIndexAnswersAsThePlainRuleDoes()
+    void theIndexAndTheMatcherAnswerAsThePlainRuleDoes()
     {
         for (quint32 seed = 1; seed <= 200; ++seed) {
             Generator generate(seed);
@@ -172,6 +172,10 @@ private Q_SLOTS:
                         expected.append(a);
                 }
                 QVERIFY2(index.owners(process) == expected, qPrintable(u"seed %1"_s.arg(seed)));
+                for (qsizetype a = 0; a < applications.size(); ++a) {
+                    QCOMPARE(
+                        ApplicationMatcher(applications.at(a)).owns(process), expected.contains(a));
+                }
             }
         }
     }
