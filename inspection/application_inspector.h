@@ -53,7 +53,8 @@ public:
 
     /**
      * The identities of the helpers inside a bundle: nested bundles, and executables in the helper
-     * folders. Sorted, without repetitions and without @p mainIdentity.
+     * folders. Sorted, without repetitions and without @p mainIdentity. @p bundle has no trailing
+     * slash.
      */
     [[nodiscard]] QList<records::CodeIdentity> discoverAuxiliaryIdentities(
         const std::filesystem::path &bundle, const records::CodeIdentity &mainIdentity) const;

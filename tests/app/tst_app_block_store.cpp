@@ -113,6 +113,7 @@ private Q_SLOTS:
     void refusesASecondRecordWithTheSameSigningIdentifier()
     {
         Fixture f;
+        f.system.preferences.values.insert(u"protectionRequested"_s, false);
         f.storeList({sampleApplication(u"Old"_s, u"com.example.Tool"_s)});
         f.system.addBundle(
             u"/Other/New.app"_s, u"com.example.Tool"_s, u"OTHERTEAM"_s, u"New Tool"_s);

@@ -1,0 +1,47 @@
+#include "app/app_block_store.h"
+#include "platform/platform.h"
+#include "platform/single_instance.h"
+#include "ui/user_interface.h"
+
+#include <QGuiApplication>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane;
+
+namespace
+{
+
+int run(platform::SingleInstance &instance)
+{
+    platform::Platform platform = platform::makePlatform();
+    // Before the window, so that the saved list is on its way while that is built.
+    app::AppBlockStore store(platform);
+    ui::UserInterface interface(store, *platform.actions);
+    if (interface.window() == nullptr)
+        return EXIT_FAILURE;
+    instance.onBringForward([&interface] { interface.bringForward(); });
+    interface.show();
+    return QGuiApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationName(u"Zorvane"_s);
+    QGuiApplication::setApplicationVersion(QStringLiteral(ZORVANE_VERSION));
+    QGuiApplication::setDesktopFileName(u"dev.kestrelworks.Zorvane"_s);
+
+    using Outcome = platform::SingleInstance::Outcome;
+    const auto instance = platform::makeSingleInstance();
+    switch (instance->acquire()) {
+    case Outcome::First:
+        return run(*instance);
+    case Outcome::AnotherRuns:
+        return EXIT_SUCCESS;
+    case Outcome::Unusable:
+        return EXIT_FAILURE;
+    }
+    return EXIT_FAILURE;
+}

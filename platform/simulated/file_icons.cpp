@@ -1,0 +1,82 @@
+#include "platform/simulated/file_icons.h"
+
+#include "platform/simulated/bundle_layout.h"
+#include "platform/simulated/icon_family.h"
+#include "platform/simulated/small_file.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace zorvane::platform::simulated
+{
+
+namespace
+{
+
+/** Real icon files have at most a few megabytes. */
+constexpr qint64 fileLimit = 16 * 1024 * 1024;
+/** The longest side of an image that is decoded, in pixels. */
+constexpr int sideLimit = 4096;
+
+QImage decoded(const QByteArray &bytes, const QByteArray &format)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    if (!buffer.open(QIODevice::ReadOnly))
+        return {};
+    QImageReader reader(&buffer, format);
+    const QSize size = reader.size();
+    if (size.width() > sideLimit || size.height() > sideLimit)
+        return {};
+    return reader.read();
+}
+
+QImage readIcon(const QByteArray &file, int side)
+{
+    if (file.startsWith("\x89PNG\r\n"))
+        return decoded(file, "png");
+    for (const IconRepresentation &representation : iconRepresentations(file, side)) {
+        if (const QImage image = decoded(representation.bytes, representation.format);
+            !image.isNull())
+            return image;
+    }
+    return {};
+}
+
+/** The names that the icon's file may have, in the order in which they are tried. */
+QStringList candidateNames(const QVariantMap &information)
+{
+    QStringList names;
+    const QString file = information.value(u"CFBundleIconFile"_s).toString();
+    if (!file.isEmpty())
+        names << file << file + u".icns"_s << file + u".png"_s;
+    const QString name = information.value(u"CFBundleIconName"_s).toString();
+    if (!name.isEmpty())
+        names << name + u".icns"_s << name + u"@2x.png"_s << name + u".png"_s << name;
+    return names;
+}
+
+} // namespace
+
+QImage FileIcons::icon(const std::filesystem::path &path, int side) const
+{
+    const std::optional<BundleLayout> layout = bundleLayout(path);
+    if (!layout)
+        return {};
+    for (const QString &name : candidateNames(readBundleInformation(*layout))) {
+        // A bundle has its icon inside.
+        if (name.contains(u'/'))
+            continue;
+        const auto file = readSmallFile(layout->resources / name.toStdString(), fileLimit);
+        if (!file)
+            continue;
+        if (const QImage image = readIcon(*file, side); !image.isNull())
+            return image;
+    }
+    return {};
+}
+
+} // namespace zorvane::platform::simulated

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/filter_manager.h"
+
+#include <optional>
+#include <QJsonObject>
+
+namespace zorvane::platform::simulated
+{
+
+/**
+ * The form of "filter-configuration.json", which a filter extension would read:
+ * {"localizedDescription", "isEnabled", "providerConfiguration": {"filterSockets",
+ * "filterDataProviderBundleIdentifier", "vendorConfiguration": {…}}}. A value type over that
+ * object; members that are not named here are kept.
+ */
+class FilterConfiguration
+{
+public:
+    FilterConfiguration() = default;
+    explicit FilterConfiguration(QJsonObject object);
+
+    [[nodiscard]] const QJsonObject &object() const { return m_object; }
+
+    [[nodiscard]] bool isEnabled() const;
+    void setEnabled(bool enabled);
+    void setLocalizedDescription(const QString &description);
+
+    [[nodiscard]] bool hasProviderConfiguration() const;
+    /** Replaces the vendor configuration whole, keeps other members of an existing provider. */
+    void setProviderConfiguration(const FilterProviderConfiguration &configuration);
+    /** How many entries the list @p key of the vendor configuration has; 0 if there is none. */
+    [[nodiscard]] qsizetype vendorListSize(const QString &key) const;
+
+private:
+    QJsonObject m_object;
+};
+
+} // namespace zorvane::platform::simulated

@@ -1,0 +1,115 @@
+#include "platform/simulated/filter_manager.h"
+
+#include "platform/scheduler.h"
+#include "platform/simulated/json_file.h"
+#include "platform/simulated/simulated_system.h"
+
+namespace zorvane::platform::simulated
+{
+
+namespace
+{
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+// Long enough for the window to show that something is going on, short enough not to wait for.
+constexpr auto answerDelay = 50ms;
+
+constexpr qint64 configurationInvalid = 1;
+constexpr qint64 internalError = 6;
+
+PlatformError filterError(qint64 code, const QString &description)
+{
+    return {u"NEFilterErrorDomain"_s, code, description};
+}
+
+} // namespace
+
+SimulatedFilterManager::SimulatedFilterManager(
+    std::shared_ptr<SimulatedSystem> system, Scheduler &scheduler)
+    : m_system(std::move(system))
+    , m_scheduler(scheduler)
+    , m_queue(scheduler.makeSerialQueue("zorvane.filter"))
+{
+}
+
+SimulatedFilterManager::~SimulatedFilterManager() = default;
+
+void SimulatedFilterManager::load(Completion done)
+{
+    run([this] { return loadNow(); }, std::move(done));
+}
+
+void SimulatedFilterManager::save(Completion done)
+{
+    const std::lock_guard lock(m_mutex);
+    m_copy.setEnabled(m_copy.isEnabled()); // so that the file says it in any case
+    run([this, configuration = m_copy] { return saveNow(configuration); }, std::move(done));
+}
+
+bool SimulatedFilterManager::isEnabled() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_copy.isEnabled();
+}
+
+void SimulatedFilterManager::setEnabled(bool enabled)
+{
+    const std::lock_guard lock(m_mutex);
+    m_copy.setEnabled(enabled);
+}
+
+void SimulatedFilterManager::setProviderConfiguration(
+    const FilterProviderConfiguration &configuration)
+{
+    const std::lock_guard lock(m_mutex);
+    m_copy.setProviderConfiguration(configuration);
+}
+
+void SimulatedFilterManager::setLocalizedDescription(const QString &description)
+{
+    const std::lock_guard lock(m_mutex);
+    m_copy.setLocalizedDescription(description);
+}
+
+void SimulatedFilterManager::run(Work work, Completion done)
+{
+    // The work starts at once; its answer follows on the same queue, so behind it, and only after a
+    // turn of the main loop, so that the call has returned by then.
+    auto error = std::make_shared<std::optional<PlatformError>>();
+    m_queue->add([work = std::move(work), error] { *error = work(); });
+    m_scheduler.after(
+        answerDelay, [this, alive = m_lifetime.watch(), error, done = std::move(done)] {
+            if (!alive.expired())
+                m_queue->add([error, done] { done(*error); });
+        });
+}
+
+std::optional<PlatformError> SimulatedFilterManager::loadNow()
+{
+    if (auto fault = m_system->takeFault(Operation::Load))
+        return fault;
+    FilterConfiguration stored(
+        readJsonFile(m_system->filterConfigurationFile()).value_or(QJsonObject()));
+    const std::lock_guard lock(m_mutex);
+    m_copy = std::move(stored);
+    return std::nullopt;
+}
+
+std::optional<PlatformError> SimulatedFilterManager::saveNow(
+    const FilterConfiguration &configuration)
+{
+    if (auto fault = m_system->takeFault(Operation::Save))
+        return fault;
+    if (!configuration.hasProviderConfiguration())
+        return filterError(configurationInvalid, u"The filter configuration is invalid."_s);
+    const auto error = changeJsonFile(m_system->filterConfigurationFile(),
+        [&configuration](QJsonObject &object) { object = configuration.object(); });
+    if (error)
+        return filterError(
+            internalError, u"The filter configuration could not be stored: %1."_s.arg(*error));
+    return std::nullopt;
+}
+
+} // namespace zorvane::platform::simulated

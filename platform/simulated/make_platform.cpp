@@ -1,0 +1,46 @@
+#include "platform/platform.h"
+
+#include "platform/bundle_reading.h"
+#include "platform/simulated/filter_manager.h"
+#include "platform/simulated/log.h"
+#include "platform/simulated/main_bundle.h"
+#include "platform/simulated/preferences.h"
+#include "platform/simulated/report.h"
+#include "platform/simulated/simulated_system.h"
+#include "platform/simulated/system_actions.h"
+#include "platform/simulated/system_extensions.h"
+#include "platform/standard_scheduler.h"
+
+namespace zorvane::platform
+{
+
+Platform makePlatform()
+{
+    using namespace simulated;
+
+    useLogFormat();
+    const auto system = std::make_shared<SimulatedSystem>(SimulatedSystem::standardFolder());
+    Platform platform;
+    platform.scheduler = std::make_unique<StandardScheduler>();
+    platform.log = std::make_unique<StandardErrorLog>();
+    platform.preferences = makeStandardPreferences(*system);
+    platform.suites = std::make_unique<FilePreferencesSuites>(system);
+    BundleReading reading = makeBundleReading();
+    platform.signatures = std::move(reading.signatures);
+    platform.bundles = std::move(reading.bundles);
+    platform.walk = std::move(reading.walk);
+    platform.icons = std::move(reading.icons);
+    platform.mainBundle = std::make_unique<SimulatedMainBundle>(system);
+    platform.entitlements = std::make_unique<SimulatedEntitlements>(system);
+    platform.filterManager = std::make_unique<SimulatedFilterManager>(system, *platform.scheduler);
+    platform.systemExtensions
+        = std::make_unique<SimulatedSystemExtensions>(system, *platform.scheduler);
+    platform.actions = std::make_unique<DesktopActions>();
+    platform.fileAccess = std::make_unique<OpenFileAccess>();
+    qCInfo(simulatedSystem).noquote()
+        << "Running on the simulated system in" << textOf(system->folder())
+        << "- nothing is blocked on this system";
+    return platform;
+}
+
+} // namespace zorvane::platform

@@ -1,0 +1,81 @@
+#include "platform/simulated/preferences.h"
+#include "platform/simulated/property_list.h"
+#include "state_folder.h"
+
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane::platform::simulated;
+using zorvane::tests::StateFolder;
+
+namespace
+{
+
+const QString fileName = u"preferences/dev.kestrelworks.Zorvane.plist"_s;
+
+} // namespace
+
+class TestPreferencesProcesses : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void twoProgramsWritingAtOnceLoseNothing()
+    {
+        constexpr int count = 200;
+        const StateFolder folder;
+        QProcess one;
+        QProcess other;
+        start(one, folder, {u"one"_s, QString::number(count)});
+        start(other, folder, {u"other"_s, QString::number(count)});
+        for (QProcess *process : {&one, &other}) {
+            QVERIFY(process->waitForFinished());
+            QCOMPARE(process->exitCode(), 0);
+        }
+        const QVariantMap stored = readPropertyList(folder.read(fileName)).toMap();
+        QCOMPARE(stored.size(), 2 * count);
+        for (int i = 0; i < count; ++i) {
+            const QString number = QString::number(i);
+            QCOMPARE(stored.value(u"one"_s + number).toString(), number);
+            QCOMPARE(stored.value(u"other"_s + number).toString(), number);
+        }
+    }
+
+    void aProgramKilledWhileItWritesLeavesTheOldOrTheNewValue()
+    {
+        constexpr int rounds = 25;
+        const StateFolder folder;
+        makeStandardPreferences(*folder.system())->setBoolean(u"kept"_s, true);
+        for (int round = 0; round < rounds; ++round) {
+            QProcess writer;
+            start(writer, folder, {});
+            QVERIFY(writer.waitForReadyRead()); // the first value is there
+            QTest::qSleep(round % 10); // and the kill hits some moment of a later write
+            writer.kill();
+            QVERIFY(writer.waitForFinished());
+
+            const QVariantMap stored = readPropertyList(folder.read(fileName)).toMap();
+            const QByteArray list = stored.value(u"list"_s).toByteArray();
+            QCOMPARE(list.size(), 300'000);
+            QCOMPARE(list.count(list.front()), list.size());
+            QVERIFY(stored.value(u"kept"_s).toBool());
+        }
+        // Neither a lock nor a half-written file is left in the way.
+        makeStandardPreferences(*folder.system())->setBoolean(u"after"_s, true);
+        QVERIFY(readPropertyList(folder.read(fileName)).toMap().value(u"after"_s).toBool());
+        const QStringList files = QDir(folder.filePath(u"preferences"_s)).entryList(QDir::Files);
+        QCOMPARE(files, QStringList{u"dev.kestrelworks.Zorvane.plist"_s});
+    }
+
+private:
+    static void start(QProcess &process, const StateFolder &folder, const QStringList &arguments)
+    {
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process.start(QStringLiteral(PREFERENCES_WRITER),
+            QStringList{folder.filePath(QString())} + arguments);
+        QVERIFY(process.waitForStarted());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPreferencesProcesses)
+#include "tst_preferences_processes.moc"

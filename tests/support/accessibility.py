@@ -1,0 +1,101 @@
+"""A program's windows as assistive technology sees them. Usable once a desktop runs."""
+
+import os
+
+from desktop import wait_for
+
+# Wanted by the programs that are to be read: Qt and GTK 2 stay silent otherwise.
+PROGRAM_ENVIRONMENT = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "GTK_MODULES": "gail:atk-bridge"}
+
+
+class Node:
+    """One element: its name, role and description as they stood when it was found."""
+
+    def __init__(self, accessible, scale=1):
+        self._accessible = accessible
+        self._scale = scale
+        self.name = accessible.name or ""
+        self.description = accessible.description or ""
+        self.role = accessible.getRoleName()
+
+    def children(self):
+        for index in range(self._accessible.childCount):
+            child = self._accessible.getChildAtIndex(index)
+            if child:
+                yield Node(child, self._scale)
+
+    def walk(self):
+        """This element and everything below it, in reading order."""
+        yield self
+        for child in self.children():
+            yield from child.walk()
+
+    def has_state(self, state):
+        """state as AT-SPI names it: "showing", "checked", "focused" ..."""
+        return any(
+            _pyatspi().stateToString(each) == state for each in self._accessible.getState().getStates()
+        )
+
+    def extents(self):
+        """Left, top, width and height in pixels of the screen."""
+        box = self._accessible.queryComponent().getExtents(_pyatspi().DESKTOP_COORDS)
+        return tuple(round(self._scale * each) for each in (box.x, box.y, box.width, box.height))
+
+    def center(self):
+        left, top, width, height = self.extents()
+        return left + width // 2, top + height // 2
+
+    def press(self):
+        self._accessible.queryAction().doAction(0)
+
+
+class Program:
+    """A running program, by the name that it gives to assistive technology.
+
+    A program that runs under QT_SCALE_FACTOR tells its extents in its own points; scale makes
+    pixels of them.
+    """
+
+    def __init__(self, name, seconds=30, scale=1):
+        self.name = name
+        self._scale = scale
+        wait_for(self._root, f"{name} on the accessibility bus", seconds)
+
+    def showing(self, name=None, role=None):
+        """All visible elements of this name and role."""
+        root = self._root()
+        if not root:
+            return []
+        return [
+            node
+            for node in root.walk()
+            if (name is None or node.name == name)
+            and (role is None or node.role == role)
+            and node.has_state("showing")
+        ]
+
+    def find(self, name=None, role=None, seconds=30):
+        """The first of them, waited for."""
+        what = f'"{name}" ({role or "any role"}) in {self.name}'
+        return wait_for(lambda: self.showing(name, role), what, seconds)[0]
+
+    def describe(self):
+        """The whole tree as text, for reports of failures."""
+        root = self._root()
+        return "\n".join(f"{node.role}: {node.name!r}" for node in root.walk()) if root else ""
+
+    def _root(self):
+        desktop = _pyatspi().Registry.getDesktop(0)
+        desktop.clear_cache()
+        for node in Node(desktop, self._scale).children():
+            if node.name == self.name:
+                return node
+        return None
+
+
+def _pyatspi():
+    # Importing it connects to the bus of that moment, which must be the private desktop's.
+    assert "DBUS_SESSION_BUS_ADDRESS" in os.environ
+    import pyatspi
+
+    return pyatspi

@@ -1,0 +1,47 @@
+"""Windows of the desktop, found by their titles."""
+
+import re
+import subprocess
+
+from desktop import output, wait_for
+
+
+class Window:
+    def __init__(self, title, seconds=30):
+        self.title = title
+        self.id = wait_for(lambda: _newest(title), f'a window "{title}"', seconds)
+
+    def geometry(self):
+        """Left, top, width and height of its content, in pixels of the screen."""
+        text = output("xwininfo", "-id", self.id)
+        return tuple(
+            int(re.search(rf"{label}:\s+(-?\d+)", text).group(1))
+            for label in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+        )
+
+    def center(self):
+        left, top, width, height = self.geometry()
+        return left + width // 2, top + height // 2
+
+    def place(self, left, top):
+        subprocess.run(["xdotool", "windowmove", self.id, str(left), str(top)], check=True)
+        wait_for(lambda: abs(self.geometry()[0] - left) < 40, f'"{self.title}" to move')
+
+    def resize(self, width, height):
+        subprocess.run(["xdotool", "windowsize", self.id, str(width), str(height)], check=True)
+
+    def activate(self):
+        subprocess.run(["xdotool", "windowactivate", self.id], check=True)
+
+    def picture(self, file):
+        """Writes what the window shows as a PNG."""
+        subprocess.run(["import", "-window", self.id, str(file)], check=True)
+
+
+def is_open(title):
+    return bool(_newest(title))
+
+
+def _newest(title):
+    found = output("xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$")
+    return found.split()[-1] if found.split() else None

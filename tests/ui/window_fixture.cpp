@@ -1,0 +1,141 @@
+#include "ui/window_fixture.h"
+
+#include "app/records/blocked_application_json.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace zorvane::tests
+{
+
+namespace
+{
+
+void collect(QQuickItem *parent, const std::function<bool(const QQuickItem *)> &wanted,
+    QList<QQuickItem *> &found)
+{
+    for (auto *const child : parent->childItems()) {
+        if (!child->isVisible())
+            continue;
+        if (wanted(child))
+            found.append(child);
+        collect(child, wanted, found);
+    }
+}
+
+QQuickItem *only(const QList<QQuickItem *> &items) { return items.value(0, nullptr); }
+
+} // namespace
+
+QByteArray storedList(const QList<SampleApplication> &applications)
+{
+    QList<records::BlockedApplication> records;
+    for (const auto &[name, identifier, team, icon] : applications) {
+        records::BlockedApplication record;
+        record.id = QUuid::createUuidV5(QUuid(), identifier);
+        record.name = name;
+        record.bundleIdentifier = identifier;
+        record.signingIdentifier = identifier;
+        record.teamIdentifier = team;
+        record.inspectionVersion = records::currentInspectionVersion;
+        record.path = u"/Applications/%1.app"_s.arg(name);
+        record.iconData = icon;
+        records.append(record);
+    }
+    return records::encodedApplications(records);
+}
+
+WindowFixture::WindowFixture(const QList<SampleApplication> &applications)
+{
+    if (!applications.isEmpty())
+        platform.preferences.values.insert(u"blockedApplications"_s, storedList(applications));
+    store = std::make_unique<app::AppBlockStore>(platform.ports);
+    ui = std::make_unique<ui::UserInterface>(*store, platform.actions);
+    settle();
+    ui->show();
+    if (!QTest::qWaitForWindowExposed(ui->window()))
+        qFatal("the main window did not show");
+}
+
+void WindowFixture::settle()
+{
+    platform.scheduler.settle();
+    QCoreApplication::processEvents();
+}
+
+void WindowFixture::enable()
+{
+    platform.filterManager.stored.enabled = true;
+    store->refreshProtection();
+    settle();
+}
+
+void WindowFixture::requireInstallation()
+{
+    platform.mainBundle.path = "/Users/someone/Downloads/Zorvane.app";
+    store->refreshProtection();
+    settle();
+}
+
+void WindowFixture::activate()
+{
+    store->setProtectionEnabled(true);
+    settle();
+}
+
+void WindowFixture::awaitApproval()
+{
+    activate();
+    platform.systemExtensions.delegate()->requestNeedsUserApproval();
+    settle();
+}
+
+void WindowFixture::fail(const QString &message)
+{
+    activate();
+    platform.systemExtensions.delegate()->requestDidFail({u"Test"_s, 1, message});
+    settle();
+}
+
+void WindowFixture::raiseAlert()
+{
+    store->addApplication(QUrl::fromLocalFile(u"/Users/someone/Unsigned.app"_s));
+    settle();
+}
+
+QQuickItem *WindowFixture::item(const QString &name) const
+{
+    return only(items([&](const QQuickItem *item) { return item->objectName() == name; }));
+}
+
+QQuickItem *WindowFixture::text(const QString &text) const
+{
+    return only(items([&](const QQuickItem *item) {
+        return item->inherits("QQuickText") && item->property("text").toString() == text;
+    }));
+}
+
+QQuickItem *WindowFixture::button(const QString &label) const
+{
+    return only(items([&](const QQuickItem *item) {
+        return item->metaObject()->indexOfSignal("clicked()") >= 0
+            && (item->property("text") == label || item->property("toolTip") == label);
+    }));
+}
+
+QList<QQuickItem *> WindowFixture::items(
+    const std::function<bool(const QQuickItem *)> &wanted) const
+{
+    QList<QQuickItem *> found;
+    collect(window()->contentItem(), wanted, found);
+    return found;
+}
+
+void WindowFixture::click(QQuickItem *item) const
+{
+    const auto centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+    QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
+}
+
+} // namespace zorvane::tests

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/app_block_store.h"
+#include "fakes/fake_platform.h"
+#include "ui/user_interface.h"
+
+#include <QQuickItem>
+#include <QQuickWindow>
+
+namespace zorvane::tests
+{
+
+/** One line of the list, as a test writes it. */
+struct SampleApplication {
+    QString name;
+    QString identifier;
+    std::optional<QString> team;
+    std::optional<QByteArray> icon;
+};
+
+/** The real windows over a real store on a made-up system. */
+class WindowFixture
+{
+public:
+    explicit WindowFixture(const QList<SampleApplication> &applications = {});
+
+    /** Lets all work that waits be done, and the scene follow. */
+    void settle();
+
+    // Brings the filter into a state, by the way the system gets there.
+    void enable();
+    void requireInstallation();
+    void activate();
+    void awaitApproval();
+    void fail(const QString &message);
+    /** An alert by its usual way: a bundle that nobody signed. */
+    void raiseAlert();
+
+    [[nodiscard]] QQuickWindow *window() const { return ui->window(); }
+    /** The item of this object name that shows; null if there is none. */
+    [[nodiscard]] QQuickItem *item(const QString &name) const;
+    /** The item that shows this text; null if there is none. */
+    [[nodiscard]] QQuickItem *text(const QString &text) const;
+    /** The visible button with this text or tool tip; null if there is none. */
+    [[nodiscard]] QQuickItem *button(const QString &label) const;
+    /** All visible items of which @p wanted holds, in the order of drawing. */
+    [[nodiscard]] QList<QQuickItem *> items(
+        const std::function<bool(const QQuickItem *)> &wanted) const;
+    void click(QQuickItem *item) const;
+
+    FakePlatform platform;
+    std::unique_ptr<app::AppBlockStore> store;
+    std::unique_ptr<ui::UserInterface> ui;
+};
+
+/** A stored list with these applications, as the preferences keep it. */
+[[nodiscard]] QByteArray storedList(const QList<SampleApplication> &applications);
+
+} // namespace zorvane::tests

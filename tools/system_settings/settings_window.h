@@ -1,0 +1,25 @@
+#pragma once
+
+#include "tools/system_settings/system_state.h"
+
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+namespace zorvane::tools
+{
+
+/** The window of the system's settings, hidden until it is shown. Main thread. */
+class SettingsWindow
+{
+public:
+    explicit SettingsWindow(std::filesystem::path folder);
+
+    /** Null if it could not be built, which the log explains. */
+    [[nodiscard]] QQuickWindow *window() const;
+
+private:
+    SystemState m_state;
+    QQmlApplicationEngine m_engine;
+};
+
+} // namespace zorvane::tools

@@ -1,0 +1,123 @@
+#include "ui/blocked_apps_model.h"
+
+#include "ui/application_images.h"
+
+#include <algorithm>
+#include <QSet>
+
+using namespace Qt::StringLiterals;
+
+namespace zorvane::ui
+{
+
+namespace
+{
+
+using records::BlockedApplication;
+
+QString identifiersLine(const BlockedApplication &application)
+{
+    QStringList parts;
+    parts << (application.bundleIdentifier.isEmpty() ? application.signingIdentifier
+                                                     : application.bundleIdentifier);
+    if (application.teamIdentifier && !application.teamIdentifier->isEmpty())
+        parts << u"Team "_s + *application.teamIdentifier;
+    return parts.join(u"  ·  "_s);
+}
+
+} // namespace
+
+BlockedAppsModel::BlockedAppsModel(app::AppBlockStore &store)
+    : m_store(store)
+    , m_rows(store.applications())
+{
+    connect(&store, &app::AppBlockStore::applicationsChanged, this, &BlockedAppsModel::follow);
+}
+
+int BlockedAppsModel::count() const { return static_cast<int>(m_rows.size()); }
+
+int BlockedAppsModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : count();
+}
+
+QVariant BlockedAppsModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    const auto &application = m_rows[index.row()];
+    switch (role) {
+    case NameRole:
+        return application.name;
+    case IdentifiersRole:
+        return identifiersLine(application);
+    case IconRole:
+        return ApplicationImages::address(application);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> BlockedAppsModel::roleNames() const
+{
+    return {{NameRole, "name"}, {IdentifiersRole, "identifiers"}, {IconRole, "icon"}};
+}
+
+void BlockedAppsModel::remove(int row)
+{
+    if (row < 0 || row >= count())
+        return;
+    // A copy: the store's announcement changes the rows while it runs.
+    const auto application = m_rows[row];
+    m_store.remove(application);
+}
+
+void BlockedAppsModel::follow()
+{
+    const auto wanted = m_store.applications();
+    const auto before = count();
+    removeMissing(wanted);
+    for (int row = 0; row < wanted.size(); ++row) {
+        bringToRow(wanted[row], row);
+        if (m_rows[row] == wanted[row])
+            continue;
+        m_rows[row] = wanted[row];
+        Q_EMIT dataChanged(index(row), index(row));
+    }
+    if (count() != before)
+        Q_EMIT countChanged();
+}
+
+void BlockedAppsModel::removeMissing(const QList<BlockedApplication> &wanted)
+{
+    QSet<QUuid> kept;
+    for (const auto &application : wanted)
+        kept.insert(application.id);
+    for (int row = count() - 1; row >= 0; --row) {
+        if (kept.contains(m_rows[row].id))
+            continue;
+        beginRemoveRows({}, row, row);
+        m_rows.removeAt(row);
+        endRemoveRows();
+    }
+}
+
+/** All rows before @p row are in place already. */
+void BlockedAppsModel::bringToRow(const BlockedApplication &application, int row)
+{
+    const auto begin = m_rows.cbegin() + row;
+    const auto found = std::find_if(
+        begin, m_rows.cend(), [&](const auto &other) { return other.id == application.id; });
+    if (found == m_rows.cend()) {
+        beginInsertRows({}, row, row);
+        m_rows.insert(row, application);
+        endInsertRows();
+    } else if (found != begin) {
+        const auto from = static_cast<int>(found - m_rows.cbegin());
+        beginMoveRows({}, from, from, {}, row);
+        m_rows.move(from, row);
+        endMoveRows();
+    }
+}
+
+} // namespace zorvane::ui

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "app/app_block_store.h"
+
+#include <QAbstractListModel>
+#include <qqmlregistration.h>
+
+namespace zorvane::ui
+{
+
+/**
+ * The store's list as rows. Changes of the list come through as the smallest steps by the records'
+ * ids, so that the other rows of a view keep their state. Main thread; the store outlives it.
+ */
+class BlockedAppsModel final : public QAbstractListModel
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the program")
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+
+public:
+    enum Role {
+        NameRole = Qt::UserRole,
+        IdentifiersRole, ///< one line: bundle identifier and team
+        IconRole, ///< an address of ApplicationImages; a new one for a new icon
+    };
+
+    explicit BlockedAppsModel(app::AppBlockStore &store);
+
+    [[nodiscard]] int count() const;
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+    /** Takes the application of this row off the store's list. */
+    Q_INVOKABLE void remove(int row);
+
+Q_SIGNALS:
+    void countChanged();
+
+private:
+    void follow();
+    void removeMissing(const QList<records::BlockedApplication> &wanted);
+    void bringToRow(const records::BlockedApplication &application, int row);
+
+    app::AppBlockStore &m_store;
+    QList<records::BlockedApplication> m_rows;
+};
+
+} // namespace zorvane::ui

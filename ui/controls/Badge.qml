@@ -1,0 +1,38 @@
+import QtQuick
+
+/* The red mark of a row: a symbol and a word. */
+Rectangle {
+    id: root
+
+    required property string symbol
+    required property string text
+
+    width: content.width + 15
+    height: 20
+    radius: 6
+    color: Theme.faded(Theme.red, 0.09)
+
+    Row {
+        id: content
+
+        x: 7.5
+        height: parent.height
+        spacing: 3
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            name: root.symbol
+            box: Symbols.box(9)
+            stroke: Symbols.semibold
+            color: Theme.redText
+        }
+
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            anchors.verticalCenterOffset: 0.5
+            text: root.text
+            font: Type.captionMedium
+            color: Theme.redText
+        }
+    }
+}

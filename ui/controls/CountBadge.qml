@@ -1,0 +1,24 @@
+import QtQuick
+
+/* A number on a faint capsule. */
+Rectangle {
+    id: root
+
+    required property int count
+
+    width: Math.ceil(label.implicitWidth) + 18
+    height: Math.ceil(label.implicitHeight) + 8
+    radius: height / 2
+    color: Theme.quaternary
+
+    Label {
+        id: label
+
+        anchors.centerIn: parent
+        anchors.alignWhenCentered: false
+        anchors.verticalCenterOffset: 0.5
+        text: root.count.toString()
+        font: Type.captionBold
+        color: Theme.secondary
+    }
+}

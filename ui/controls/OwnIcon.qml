@@ -1,0 +1,16 @@
+import QtQuick
+
+/* The product's own icon, as the running program reports it, with rounded corners. */
+Image {
+    id: root
+
+    required property int side
+    property real radius: side * 0.23
+
+    source: `image://application/own?side=${side}&radius=${radius}`
+    sourceSize: Qt.size(side, side)
+    width: side
+    height: side
+
+    Accessible.ignored: true
+}

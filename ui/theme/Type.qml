@@ -1,0 +1,36 @@
+pragma Singleton
+
+import QtQuick
+
+/*
+ * The type styles. macOS has a system font of its own; elsewhere Inter, or the default sans where
+ * that is not installed.
+ */
+QtObject {
+    id: root
+
+    readonly property string family: Qt.platform.os === "osx" ? Qt.application.font.family : "Inter"
+
+    readonly property font title: style(22, Font.Bold, -0.2)
+    readonly property font app: style(17, Font.DemiBold, -0.2)
+    readonly property font headline: style(13, Font.DemiBold, -0.08)
+    readonly property font alertTitle: style(13, Font.Bold, -0.08)
+    readonly property font body: style(13, Font.Normal, -0.08)
+    readonly property font bodyMedium: style(13, Font.Medium, -0.08)
+    readonly property font callout: style(12, Font.Normal, 0)
+    readonly property font subheadline: style(11, Font.Normal, 0)
+    readonly property font subheadlineMedium: style(11, Font.Medium, 0)
+    readonly property font caption: style(10, Font.Normal, 0.08)
+    readonly property font captionMedium: style(10, Font.Medium, 0.08)
+    readonly property font captionBold: style(10, Font.Bold, 0.08)
+
+    function style(size: int, weight: int, tracking: real): font {
+        return Qt.font({
+            family: root.family,
+            pixelSize: size,
+            weight: weight,
+            letterSpacing: tracking,
+            hintingPreference: Font.PreferNoHinting
+        });
+    }
+}

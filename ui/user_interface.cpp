@@ -1,0 +1,76 @@
+#include "ui/user_interface.h"
+
+#include "ui/application_images.h"
+#include "ui/box_images.h"
+#include "ui/symbol_images.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QQuickWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace zorvane::ui
+{
+
+namespace
+{
+
+/** The system's own idea of the program's icon comes first; not every system has one. */
+void provideIcon()
+{
+    if (QGuiApplication::windowIcon().isNull())
+        QGuiApplication::setWindowIcon(QIcon(u":/qt/qml/Zorvane/Ui/icons/appicon.svg"_s));
+}
+
+} // namespace
+
+UserInterface::UserInterface(app::AppBlockStore &store, platform::SystemActions &actions)
+    : m_store(store)
+    , m_applications(store)
+    , m_system(actions)
+{
+    provideIcon();
+    m_engine.addImportPath(u"qrc:/qt/qml"_s);
+    m_engine.addImageProvider(u"application"_s, new ApplicationImages(store));
+    m_engine.addImageProvider(u"symbol"_s, new SymbolImages);
+    m_engine.addImageProvider(u"shadow"_s, new ShadowImages);
+    m_engine.addImageProvider(u"face"_s, new FaceImages);
+    m_engine.setInitialProperties({{u"store"_s, QVariant::fromValue(&store)},
+        {u"applications"_s, QVariant::fromValue(&m_applications)},
+        {u"system"_s, QVariant::fromValue(&m_system)}});
+    m_engine.load(QUrl(u"qrc:/qt/qml/Zorvane/Ui/MainWindow.qml"_s));
+
+    // Not the window's own activation: that is announced again and again while it stays active.
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](auto state) {
+        if (state == Qt::ApplicationActive)
+            m_store.refreshProtection();
+    });
+}
+
+UserInterface::~UserInterface() = default;
+
+QQuickWindow *UserInterface::window() const
+{
+    const auto roots = m_engine.rootObjects();
+    return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
+}
+
+void UserInterface::show()
+{
+    if (auto *const main = window())
+        main->show();
+}
+
+void UserInterface::bringForward()
+{
+    auto *const main = window();
+    if (main == nullptr)
+        return;
+    main->setWindowStates(main->windowStates() & ~Qt::WindowMinimized);
+    main->show();
+    main->raise();
+    main->requestActivate();
+}
+
+} // namespace zorvane::ui

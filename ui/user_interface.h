@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/app_block_store.h"
+#include "platform/system_actions.h"
+#include "ui/blocked_apps_model.h"
+#include "ui/system_commands.h"
+
+#include <memory>
+#include <QObject>
+#include <QQmlApplicationEngine>
+
+class QQuickWindow;
+
+namespace zorvane::ui
+{
+
+/**
+ * The windows, over a store. Made after the application object and destroyed before it; what it is
+ * given outlives it. Main thread.
+ */
+class UserInterface final : public QObject
+{
+public:
+    UserInterface(app::AppBlockStore &store, platform::SystemActions &actions);
+    ~UserInterface() override;
+
+    /** The main window, hidden until show(). Null if it could not be built, which the log explains. */
+    [[nodiscard]] QQuickWindow *window() const;
+    void show();
+    /** Shows the main window in front of the others, also when it was closed or minimised. */
+    void bringForward();
+
+private:
+    app::AppBlockStore &m_store;
+    BlockedAppsModel m_applications;
+    SystemCommands m_system;
+    QQmlApplicationEngine m_engine;
+};
+
+} // namespace zorvane::ui

@@ -1,0 +1,113 @@
+import QtQuick
+
+/* One blocked application. */
+FocusScope {
+    id: root
+
+    required property bool first
+    required property string name
+    required property string identifiers
+    required property url icon
+    readonly property real textLeft: 68
+    readonly property real lineHeight: 56
+
+    signal removeRequested
+
+    implicitHeight: lineHeight + divider.height
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: name
+    Accessible.description: identifiers
+
+    Keys.onDeletePressed: removeRequested()
+    Keys.onPressed: event => {
+        if (event.key !== Qt.Key_Backspace)
+            return;
+        event.accepted = true;
+        root.removeRequested();
+    }
+
+    Rectangle {
+        id: divider
+
+        x: root.textLeft
+        width: root.width - x - 16
+        height: root.first ? 0 : 1
+        color: Theme.separator
+    }
+
+    Item {
+        id: line
+
+        y: divider.height
+        width: root.width
+        height: root.lineHeight
+        focus: true
+        activeFocusOnTab: true
+
+        FocusRing {
+            visible: line.activeFocus
+            gap: -6
+            radius: 10
+        }
+
+        Image {
+            x: 16
+            anchors.verticalCenter: parent.verticalCenter
+            width: 38
+            height: 38
+            source: root.icon
+            sourceSize: Qt.size(width, height)
+        }
+
+        Column {
+            x: root.textLeft
+            anchors.verticalCenter: parent.verticalCenter
+            width: actions.x - 16 - x
+            spacing: 2
+
+            ElidedLabel {
+                objectName: "rowName"
+                width: parent.width
+                text: root.name
+                font: Type.bodyMedium
+                elide: Text.ElideRight
+            }
+
+            ElidedLabel {
+                objectName: "rowIdentifiers"
+                width: parent.width
+                text: root.identifiers
+                font: Type.subheadline
+                color: Theme.secondary
+                elide: Text.ElideMiddle
+            }
+        }
+
+        Row {
+            id: actions
+
+            anchors.right: parent.right
+            anchors.rightMargin: 12
+            height: parent.height
+            spacing: 10
+
+            Badge {
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: "lock.fill"
+                text: "Blocked"
+            }
+
+            PlainSymbolButton {
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: "xmark"
+                fontSize: 11
+                stroke: Symbols.bold
+                side: 24
+                risesOnHover: true
+                toolTip: "Remove from list"
+                onClicked: root.removeRequested()
+            }
+        }
+    }
+}

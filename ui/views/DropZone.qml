@@ -1,0 +1,129 @@
+import QtQuick
+import Zorvane.Ui
+
+/* Where applications are dropped: waiting, under a drag, or reading what was dropped. */
+Item {
+    id: root
+
+    required property AppBlockStore store
+    readonly property bool adding: store.isAddingApplication
+    readonly property bool targeted: store.isDropTargeted
+    property real highlight: targeted ? 1 : 0
+
+    function refuses(drag: DragEvent): bool {
+        return root.adding || drag.urls.length === 0;
+    }
+
+    implicitHeight: 165
+    scale: targeted ? 1.01 : 1
+
+    Accessible.role: Accessible.Pane
+    Accessible.name: adding ? "Adding application" : "Drop zone for an application"
+
+    Behavior on scale {
+        NumberAnimation {
+            duration: Motion.dropZone
+            easing.type: Easing.OutCubic
+        }
+    }
+
+    Behavior on highlight {
+        NumberAnimation {
+            duration: Motion.dropZone
+            easing.type: Easing.OutCubic
+        }
+    }
+
+    Rectangle {
+        objectName: "dropZoneFill"
+        anchors.fill: parent
+        radius: 20
+        color: root.targeted ? Theme.blueSolid : Theme.faded(Theme.blue, 0.06)
+    }
+
+    Rectangle {
+        objectName: "dropZoneOutline"
+        anchors.fill: parent
+        visible: root.targeted
+        radius: 20
+        color: "transparent"
+        border.width: 1.5
+        border.color: Theme.white(0.65)
+    }
+
+    DashedFrame {
+        objectName: "dropZoneDashes"
+        anchors.fill: parent
+        visible: !root.targeted
+        radius: 20
+        lineWidth: 1.5
+        color: Theme.faded(Theme.blue, 0.45)
+    }
+
+    Column {
+        anchors.centerIn: parent
+        width: parent.width - 40
+
+        Symbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: !root.adding
+            name: "app.dashed"
+            box: Symbols.box(35)
+            stroke: Symbols.light
+            color: root.targeted ? "#ffffff" : Theme.blue
+        }
+
+        Spinner {
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: root.adding
+        }
+
+        Item {
+            width: 1
+            height: root.adding ? 16 : 12
+        }
+
+        Label {
+            objectName: "dropZoneTitle"
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: root.adding ? "Adding application" : "Drop an app here"
+            font: Type.headline
+            color: root.targeted ? "#ffffff" : Theme.primary
+        }
+
+        Item {
+            width: 1
+            height: 5
+        }
+
+        Label {
+            objectName: "dropZoneLine"
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            text: root.adding ? "Discovering helpers and background processes without blocking the interface." : "Choose an app in Finder to block its new network connections."
+            font: Type.subheadline
+            color: root.targeted ? "#ffffff" : Theme.secondary
+        }
+    }
+
+    DropArea {
+        anchors.fill: parent
+        onEntered: drag => {
+            if (root.refuses(drag))
+                drag.accepted = false;
+            else
+                drag.accept(Qt.CopyAction);
+        }
+        onContainsDragChanged: root.store.isDropTargeted = containsDrag
+        onDropped: drop => {
+            if (root.refuses(drop)) {
+                drop.accepted = false;
+                return;
+            }
+            drop.accept(Qt.CopyAction);
+            root.store.addApplication(drop.urls[0]);
+        }
+    }
+}

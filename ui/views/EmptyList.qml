@@ -1,0 +1,46 @@
+import QtQuick
+
+/* What stands in the place of the rows while there are none. */
+Item {
+    implicitHeight: 170
+    height: implicitHeight
+
+    Column {
+        anchors.centerIn: parent
+        width: parent.width - 40
+
+        Symbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            name: "checkmark.shield"
+            box: Symbols.box(30)
+            stroke: Symbols.light
+            color: Theme.secondary
+        }
+
+        Item {
+            width: 1
+            height: 12
+        }
+
+        Label {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: "No blocked apps"
+            font: Type.headline
+        }
+
+        Item {
+            width: 1
+            height: 5
+        }
+
+        Label {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            text: "Apps you add will appear here."
+            font: Type.subheadline
+            color: Theme.secondary
+        }
+    }
+}

@@ -1,0 +1,99 @@
+import QtQuick
+import Zorvane.Ui
+
+/* The drop zone and, under it, the blocked applications. */
+Column {
+    id: root
+
+    required property AppBlockStore store
+    required property BlockedAppsModel applications
+    /* The part of this section that is in view, in its own coordinates. */
+    required property real viewTop
+    required property real viewBottom
+    readonly property bool failed: store.filterController.status.kind === FilterStatus.Failed
+
+    DropZone {
+        objectName: "dropZone"
+        width: parent.width
+        height: implicitHeight
+        store: root.store
+    }
+
+    Item {
+        width: 1
+        height: 18
+    }
+
+    Item {
+        width: parent.width
+        height: 22
+
+        Label {
+            id: title
+
+            x: 2
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Blocked apps"
+            font: Type.headline
+            Accessible.role: Accessible.Heading
+        }
+
+        CountBadge {
+            objectName: "countBadge"
+            anchors.left: title.right
+            anchors.leftMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            count: root.applications.count
+        }
+    }
+
+    Item {
+        width: 1
+        height: 8
+    }
+
+    Reveal {
+        objectName: "failureLabel"
+        width: parent.width
+        gap: 10
+        shown: root.failed
+        content: FailureLabel {
+            message: root.store.filterController.status.message
+        }
+    }
+
+    Rectangle {
+        id: card
+
+        width: parent.width
+        height: root.applications.count === 0 ? empty.implicitHeight : rows.implicitHeight
+        radius: 12
+        color: Theme.card
+
+        EmptyList {
+            id: empty
+
+            width: parent.width
+            visible: root.applications.count === 0
+        }
+
+        BlockedAppList {
+            id: rows
+
+            objectName: "blockedApps"
+            width: parent.width
+            visible: root.applications.count > 0
+            applications: root.applications
+            viewTop: root.viewTop - card.y
+            viewBottom: root.viewBottom - card.y
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: "transparent"
+            border.width: 1
+            border.color: Theme.cardStroke
+        }
+    }
+}
