@@ -111,38 +111,34 @@ int main()
     const auto observed = processes();
     const QByteArray bytes = inspection::encodedProcesses(observed);
     const auto recent = inspection::recentProcesses(bytes, now);
-
-    const double plain = bench::median(3, [&] { bench::keep(plainPass(list, observed)); });
-    const double indexed
-        = bench::median(21, [&] { bench::keep(app::mergingObservedProcesses(list, observed)); });
-    bench::report(
-        u"discovery: matching and merging"_s, u"plain rule, pair by pair"_s, indexed / plain, 0.02);
-
-    // On the main thread a pass compares the list with the one it read, and hands results over.
-    const auto copy = list;
-    auto published = recent.processes;
-    const double mainShare = bench::median(101, [&] {
-        bench::keep(copy != list);
-        published = recent.processes;
-        bench::keep(published.size());
-    });
-    bench::report(u"discovery: the main thread's share"_s, u"matching and merging"_s,
-        mainShare / indexed, 1.0 / 3);
-
-    const double parse = bench::median(21, [&] {
+    const auto plain = [&] { bench::keep(plainPass(list, observed)); };
+    const auto indexed = [&] { bench::keep(app::mergingObservedProcesses(list, observed)); };
+    const auto parse = [&] {
         simdjson::dom::parser parser;
         simdjson::dom::element root;
         bench::keep(parser.parse(bytes.constData(), size_t(bytes.size())).get(root));
-    });
-    const double decode
-        = bench::median(21, [&] { bench::keep(inspection::recentProcesses(bytes, now)); });
-    bench::report(
-        u"discovery: reading and decoding"_s, u"the library's bare parse"_s, decode / parse, 1.5);
+    };
+    const auto decode = [&] { bench::keep(inspection::recentProcesses(bytes, now)); };
 
+    // The main thread compares the list with the one that the pass read, and takes the result over.
+    const auto copy = list;
+    auto published = recent.processes;
+    const auto mainShare = [&] {
+        bench::keep(copy != list);
+        published = recent.processes;
+        bench::keep(published);
+    };
     const QByteArray sameBytes(bytes.constData(), bytes.size());
-    const double unchanged = bench::median(
-        101, [&] { bench::keep(unchangedPass(sameBytes, bytes, copy, list, recent)); });
-    bench::report(u"discovery: a pass with nothing changed"_s, u"plain rule, pair by pair"_s,
-        unchanged / plain, 0.002);
+    const auto unchanged
+        = [&] { bench::keep(unchangedPass(sameBytes, bytes, copy, list, recent)); };
+
+    bench::report("discovery: match and merge", "plain rule, pair by pair",
+        bench::compare(5, indexed, plain), "ms", 0.02);
+    bench::report("discovery: on the main thread", "match and merge",
+        bench::compare(21, mainShare, indexed), "ms", 0.333);
+    bench::report("discovery: read and decode", "the library's bare parse",
+        bench::compare(21, decode, parse), "ms", 1.5);
+    bench::report("discovery: nothing changed", "plain rule, pair by pair",
+        bench::compare(5, unchanged, plain), "ms", 0.002);
     return 0;
 }
