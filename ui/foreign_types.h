@@ -33,12 +33,26 @@ struct ForeignFilterStatus {
     QML_VALUE_TYPE(filterStatus)
 };
 
-/** The kinds of a status, as FilterStatus.Enabled. */
-namespace ForeignFilterStatusKinds
+/**
+ * The kinds of a status, as FilterStatus.Enabled in views. Listed again, because the QML tools of
+ * Qt 6.4 do not find the enumerations of a value type of another room.
+ */
+namespace StatusKinds
 {
 Q_NAMESPACE
-QML_FOREIGN_NAMESPACE(zorvane::filter::FilterStatus)
 QML_NAMED_ELEMENT(FilterStatus)
-} // namespace ForeignFilterStatusKinds
+
+using Status = filter::FilterStatus::Kind;
+
+enum Kind {
+    Failed = static_cast<int>(Status::Failed),
+    Inactive = static_cast<int>(Status::Inactive),
+    InstallationRequired = static_cast<int>(Status::InstallationRequired),
+    Activating = static_cast<int>(Status::Activating),
+    AwaitingApproval = static_cast<int>(Status::AwaitingApproval),
+    Enabled = static_cast<int>(Status::Enabled),
+};
+Q_ENUM_NS(Kind)
+} // namespace StatusKinds
 
 } // namespace zorvane::ui

@@ -197,6 +197,22 @@ private Q_SLOTS:
         }
         QVERIFY(!folder.hasFile(u"zorvane.socket"_s));
     }
+
+    void theLockIsNotHandedOnToProgramsThatItsHolderStarts()
+    {
+        const StateFolder folder;
+        QProcess child;
+        {
+            LockedInstance instance(folder.path(), u"zorvane"_s);
+            QCOMPARE(instance.acquire(), Outcome::First);
+            child.start(u"sleep"_s, {u"60"_s});
+            QVERIFY(child.waitForStarted());
+        }
+        LockedInstance next(folder.path(), u"zorvane"_s);
+        QCOMPARE(next.acquire(), Outcome::First);
+        child.kill();
+        QVERIFY(child.waitForFinished());
+    }
 };
 
 QTEST_GUILESS_MAIN(TestSingleInstance)

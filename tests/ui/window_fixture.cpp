@@ -46,6 +46,25 @@ QByteArray storedList(const QList<SampleApplication> &applications)
     return records::encodedApplications(records);
 }
 
+QString accessibleName(const QQuickItem *item)
+{
+    auto *const told = QAccessible::queryAccessibleInterface(const_cast<QQuickItem *>(item));
+    return told == nullptr ? QString() : told->text(QAccessible::Name);
+}
+
+QAccessible::Role accessibleRole(const QQuickItem *item)
+{
+    auto *const told = QAccessible::queryAccessibleInterface(const_cast<QQuickItem *>(item));
+    return told == nullptr ? QAccessible::NoRole : told->role();
+}
+
+void doAccessibleAction(QQuickItem *item, const QString &action)
+{
+    auto *const told = QAccessible::queryAccessibleInterface(item);
+    if (told != nullptr && told->actionInterface() != nullptr)
+        told->actionInterface()->doAction(action);
+}
+
 WindowFixture::WindowFixture(const QList<SampleApplication> &applications)
 {
     if (!applications.isEmpty())

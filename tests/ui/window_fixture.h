@@ -4,6 +4,7 @@
 #include "fakes/fake_platform.h"
 #include "ui/user_interface.h"
 
+#include <QAccessible>
 #include <QQuickItem>
 #include <QQuickWindow>
 
@@ -52,6 +53,12 @@ public:
     std::unique_ptr<app::AppBlockStore> store;
     std::unique_ptr<ui::UserInterface> ui;
 };
+
+/** What assistive technology is told of an item; an empty name and no role if it is told nothing. */
+[[nodiscard]] QString accessibleName(const QQuickItem *item);
+[[nodiscard]] QAccessible::Role accessibleRole(const QQuickItem *item);
+/** Does to an item what assistive technology can do to it, e.g. "Press". */
+void doAccessibleAction(QQuickItem *item, const QString &action);
 
 /** A stored list with these applications, as the preferences keep it. */
 [[nodiscard]] QByteArray storedList(const QList<SampleApplication> &applications);

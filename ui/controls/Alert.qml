@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 
 /*
@@ -10,19 +11,20 @@ Item {
     required property string title
     required property string message
     readonly property bool open: message !== ""
+    property bool fading: false
 
     signal dismissed
 
     anchors.fill: parent
     z: 50
 
-    Loader {
-        id: loader
+    Repeater {
+        model: root.open || root.fading ? 1 : 0
 
-        anchors.fill: parent
-        active: root.open || (item !== null && (item as Item).opacity > 0)
-        sourceComponent: AlertBox {
+        AlertBox {
+            anchors.fill: parent
             open: root.open
+            onOpacityChanged: root.fading = opacity > 0
             title: root.title
             message: root.message
             onDismissed: root.dismissed()

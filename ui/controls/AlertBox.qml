@@ -45,7 +45,7 @@ FocusScope {
             forceActiveFocus();
     }
 
-    Behavior on opacity {
+    Behavior on opacity  {
         NumberAnimation {
             duration: root.open ? Motion.modalIn : Motion.modalOut
             easing.type: Easing.OutCubic

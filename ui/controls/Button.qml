@@ -22,7 +22,8 @@ Pressable {
         width: root.width
         height: root.height + shade
         source: `image://face/${root.prominent ? "prominent" : "bordered"}?dark=${Theme.dark ? 1 : 0}&height=${root.height}&radius=${root.radius}&state=${root.pressed ? "pressed" : root.hovered ? "hovered" : "normal"}`
-        sourceSize: Qt.size(width, height)
+        sourceSize.width: width
+        sourceSize.height: height
     }
 
     Label {

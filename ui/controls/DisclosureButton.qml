@@ -21,7 +21,7 @@ Pressable {
         color: root.pressed ? Theme.plainPressed : Theme.quaternary
         opacity: root.open || root.hovered ? 1 : 0
 
-        Behavior on opacity {
+        Behavior on opacity  {
             NumberAnimation {
                 duration: Motion.hover
             }
@@ -59,7 +59,7 @@ Pressable {
             color: Theme.secondary
             rotation: root.open ? 90 : 0
 
-            Behavior on rotation {
+            Behavior on rotation  {
                 NumberAnimation {
                     duration: Motion.disclosure
                     easing.type: Easing.InOutQuad

@@ -1,23 +1,26 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 
 /* A line that may not fit its width; then its whole text is in its tool tip. */
 Label {
     id: root
 
-    Loader {
-        anchors.fill: parent
-        active: root.truncated
-        sourceComponent: MouseArea {
-            hoverEnabled: true
-            acceptedButtons: Qt.NoButton
+    readonly property bool hovered: pointer.containsMouse
 
-            Loader {
-                active: (parent as MouseArea).containsMouse
-                sourceComponent: ToolTip {
-                    text: root.text
-                    target: root
-                }
-            }
+    MouseArea {
+        id: pointer
+
+        anchors.fill: parent
+        hoverEnabled: root.truncated
+        acceptedButtons: Qt.NoButton
+    }
+
+    Repeater {
+        model: root.truncated && root.hovered ? 1 : 0
+
+        ToolTip {
+            text: root.text
+            target: root
         }
     }
 }

@@ -8,7 +8,8 @@ Image {
     property real radius: side * 0.23
 
     source: `image://application/own?side=${side}&radius=${radius}`
-    sourceSize: Qt.size(side, side)
+    sourceSize.width: side
+    sourceSize.height: side
     width: side
     height: side
 

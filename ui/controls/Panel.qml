@@ -10,7 +10,7 @@ Rectangle {
     required property real strokeOpacity
     default property alias content: inside.data
 
-    implicitHeight: inside.childrenRect.height + 2 * padding
+    height: inside.childrenRect.height + 2 * padding
     radius: 16
     color: Theme.faded(accent, fillOpacity)
     border.width: 1

@@ -22,7 +22,7 @@ Pressable {
         color: root.pressed ? Theme.plainPressed : Theme.quaternary
         opacity: root.hovered ? 1 : 0
 
-        Behavior on opacity {
+        Behavior on opacity  {
             NumberAnimation {
                 duration: Motion.hover
             }

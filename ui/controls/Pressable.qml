@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 
 /*
@@ -60,9 +61,10 @@ Item {
         gap: root.focusGap
     }
 
-    Loader {
-        active: root.toolTip !== "" && root.hovered && !root.pressed
-        sourceComponent: ToolTip {
+    Repeater {
+        model: root.toolTip !== "" && root.hovered && !root.pressed ? 1 : 0
+
+        ToolTip {
             text: root.toolTip
             target: root
         }

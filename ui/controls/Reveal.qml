@@ -13,22 +13,25 @@ Item {
     property real progress: shown ? 1 : 0
 
     visible: progress > 0
-    height: visible ? Math.round(progress * (loader.height + gap)) : 0
+    height: visible ? Math.round(progress * (inside.height + gap)) : 0
     opacity: progress
     clip: progress < 1
 
-    Behavior on progress {
+    Behavior on progress  {
         NumberAnimation {
             duration: Motion.panel
             easing.type: Easing.OutCubic
         }
     }
 
-    Loader {
-        id: loader
+    Column {
+        id: inside
 
         width: root.width
-        active: root.progress > 0
-        sourceComponent: root.content
+
+        Repeater {
+            model: root.progress > 0 ? 1 : 0
+            delegate: root.content
+        }
     }
 }

@@ -66,7 +66,7 @@ Item {
             color: Theme.tertiary
             opacity: root.active ? 1 : 0
 
-            Behavior on opacity {
+            Behavior on opacity  {
                 NumberAnimation {
                     duration: Motion.panel
                 }

@@ -11,6 +11,7 @@ Item {
     default property alias sections: column.data
     readonly property alias area: flickable
     readonly property real columnTop: column.y
+    readonly property real columnWidth: column.width
     readonly property real inset: 20
 
     /* Scrolls just as far as needed to have the item in view. */
@@ -46,6 +47,7 @@ Item {
     Flickable {
         id: flickable
 
+        objectName: "page"
         anchors.fill: parent
         contentWidth: width
         contentHeight: column.y + column.height + 20

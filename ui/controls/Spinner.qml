@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 
 /* Twelve spokes that take turns: something is going on. */
@@ -23,6 +24,8 @@ Item {
         model: 12
 
         Rectangle {
+            id: spoke
+
             required property int index
 
             x: (root.width - width) / 2
@@ -32,11 +35,11 @@ Item {
             radius: 1
             color: root.color
             antialiasing: true
-            opacity: 0.2 + 0.8 * ((index - root.step + 12) % 12) / 11
+            opacity: 0.2 + 0.8 * ((spoke.index - root.step + 12) % 12) / 11
             transform: Rotation {
                 origin.x: 1.5
                 origin.y: 15
-                angle: index * 30
+                angle: spoke.index * 30
             }
         }
     }

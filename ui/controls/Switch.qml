@@ -35,7 +35,7 @@ Pressable {
         radius: height / 2
         color: root.checked ? (root.available ? Theme.blue : Theme.switchDisabledOn) : (root.available ? Theme.switchOff : Theme.switchDisabled)
 
-        Behavior on color {
+        Behavior on color  {
             ColorAnimation {
                 duration: Motion.switchKnob
             }
@@ -52,7 +52,7 @@ Pressable {
         radius: height / 2
         color: root.available ? Theme.knob : Theme.knobDisabled
 
-        Behavior on x {
+        Behavior on x  {
             NumberAnimation {
                 duration: Motion.switchKnob
                 easing.type: Easing.InOutQuad

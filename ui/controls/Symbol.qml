@@ -10,7 +10,8 @@ Image {
     property int box: 24
 
     source: `image://symbol/${name}?color=${encodeURIComponent(color.toString())}&stroke=${stroke}`
-    sourceSize: Qt.size(box, box)
+    sourceSize.width: box
+    sourceSize.height: box
     width: box
     height: box
 }

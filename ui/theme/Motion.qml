@@ -1,5 +1,4 @@
 pragma Singleton
-
 import QtQuick
 
 /* How long things take to move, in milliseconds. */

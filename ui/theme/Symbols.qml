@@ -1,5 +1,4 @@
 pragma Singleton
-
 import QtQuick
 
 /* The weights of the symbols, as stroke widths on their grid of 24, and their sizes. */

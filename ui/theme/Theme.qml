@@ -1,5 +1,4 @@
 pragma Singleton
-
 import QtQuick
 
 /*
@@ -8,7 +7,8 @@ import QtQuick
 QtObject {
     id: root
 
-    readonly property SystemPalette palette: SystemPalette {}
+    readonly property SystemPalette palette: SystemPalette {
+    }
     readonly property bool dark: luminance(palette.window) < 0.5
 
     readonly property color window: dark ? "#28282a" : "#ececec"

@@ -1,5 +1,4 @@
 pragma Singleton
-
 import QtQuick
 
 /*
@@ -9,7 +8,7 @@ import QtQuick
 QtObject {
     id: root
 
-    readonly property string family: Qt.platform.os === "osx" ? Qt.application.font.family : "Inter"
+    readonly property string family: Qt.platform.os === "osx" ? ".AppleSystemUIFont" : "Inter"
 
     readonly property font title: style(22, Font.Bold, -0.2)
     readonly property font app: style(17, Font.DemiBold, -0.2)
@@ -26,11 +25,11 @@ QtObject {
 
     function style(size: int, weight: int, tracking: real): font {
         return Qt.font({
-            family: root.family,
-            pixelSize: size,
-            weight: weight,
-            letterSpacing: tracking,
-            hintingPreference: Font.PreferNoHinting
-        });
+                "family": root.family,
+                "pixelSize": size,
+                "weight": weight,
+                "letterSpacing": tracking,
+                "hintingPreference": Font.PreferNoHinting
+            });
     }
 }

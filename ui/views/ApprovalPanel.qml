@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 
 /* Shown while the system waits for the user to allow the extension. */

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Zorvane.Ui
 
@@ -14,9 +15,9 @@ Column {
     readonly property real lookahead: 200
 
     function focusRow(index: int): void {
-        const slot = repeater.itemAt(index) as Loader;
-        if (slot !== null && slot.item !== null)
-            slot.item.forceActiveFocus(Qt.OtherFocusReason);
+        const slot = repeater.itemAt(index);
+        if (slot !== null)
+            slot.forceActiveFocus(Qt.TabFocusReason);
     }
 
     /* The focus goes on to the row that takes the removed one's place. */
@@ -34,7 +35,7 @@ Column {
 
         model: root.applications
 
-        Loader {
+        FocusScope {
             id: slot
 
             required property int index
@@ -44,16 +45,22 @@ Column {
             readonly property bool near: y + height > root.viewTop - root.lookahead && y < root.viewBottom + root.lookahead
 
             width: root.width
-            height: item === null ? 56 + (index > 0 ? 1 : 0) : (item as Item).implicitHeight
-            active: near || activeFocus
-            sourceComponent: BlockedAppRow {
-                first: slot.index === 0
-                name: slot.name
-                identifiers: slot.identifiers
-                icon: slot.icon
-                onRemoveRequested: root.removeRow(slot.index, activeFocus)
-                Keys.onUpPressed: root.focusRow(slot.index - 1)
-                Keys.onDownPressed: root.focusRow(slot.index + 1)
+            height: 56 + (index > 0 ? 1 : 0)
+
+            Repeater {
+                model: slot.near || slot.activeFocus ? 1 : 0
+
+                BlockedAppRow {
+                    width: slot.width
+                    focus: true
+                    first: slot.index === 0
+                    name: slot.name
+                    identifiers: slot.identifiers
+                    icon: slot.icon
+                    onRemoveRequested: root.removeRow(slot.index, activeFocus)
+                    Keys.onUpPressed: root.focusRow(slot.index - 1)
+                    Keys.onDownPressed: root.focusRow(slot.index + 1)
+                }
             }
         }
     }

@@ -57,7 +57,8 @@ FocusScope {
             width: 38
             height: 38
             source: root.icon
-            sourceSize: Qt.size(width, height)
+            sourceSize.width: width
+            sourceSize.height: height
         }
 
         Column {

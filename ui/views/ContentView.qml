@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Zorvane.Ui
 
@@ -21,6 +22,7 @@ Item {
             width: parent.width
             shown: root.statusKind === FilterStatus.InstallationRequired
             content: InstallationPanel {
+                width: page.columnWidth
                 onFoldersRequested: root.store.openInstallationFolders()
                 onQuitRequested: root.system.quit()
             }
@@ -31,6 +33,7 @@ Item {
             width: parent.width
             shown: root.statusKind === FilterStatus.AwaitingApproval
             content: ApprovalPanel {
+                width: page.columnWidth
                 onSettingsRequested: root.system.openSystemSettings()
                 onRetryRequested: root.store.refreshProtection()
             }

@@ -20,14 +20,14 @@ Item {
     Accessible.role: Accessible.Pane
     Accessible.name: adding ? "Adding application" : "Drop zone for an application"
 
-    Behavior on scale {
+    Behavior on scale  {
         NumberAnimation {
             duration: Motion.dropZone
             easing.type: Easing.OutCubic
         }
     }
 
-    Behavior on highlight {
+    Behavior on highlight  {
         NumberAnimation {
             duration: Motion.dropZone
             easing.type: Easing.OutCubic
@@ -74,6 +74,7 @@ Item {
         }
 
         Spinner {
+            objectName: "spinner"
             anchors.horizontalCenter: parent.horizontalCenter
             visible: root.adding
         }

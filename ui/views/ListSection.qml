@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Zorvane.Ui
 
@@ -58,6 +59,7 @@ Column {
         gap: 10
         shown: root.failed
         content: FailureLabel {
+            width: root.width
             message: root.store.filterController.status.message
         }
     }
@@ -73,6 +75,7 @@ Column {
         EmptyList {
             id: empty
 
+            objectName: "emptyList"
             width: parent.width
             visible: root.applications.count === 0
         }

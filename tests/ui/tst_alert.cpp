@@ -1,0 +1,106 @@
+#include "ui/window_fixture.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane::tests;
+
+class TestAlert : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anAlertShowsTheMessageUnderTheProductsName()
+    {
+        WindowFixture fixture;
+        QCOMPARE(fixture.button(u"OK"_s), nullptr);
+        fixture.raiseAlert();
+        const auto message = fixture.store->alertMessage();
+        QVERIFY(message.has_value());
+        QVERIFY(fixture.text(*message) != nullptr);
+        const auto titles = fixture.items([](const QQuickItem *item) {
+            return item->inherits("QQuickText") && item->property("text") == u"Zorvane"_s;
+        });
+        QCOMPARE(titles.size(), 2);
+        QCOMPARE(titles.last()->property("font").value<QFont>().weight(), QFont::Bold);
+    }
+
+    void presentingAnAlertChangesNothing()
+    {
+        WindowFixture fixture;
+        fixture.raiseAlert();
+        QTest::qWait(300);
+        QVERIFY(fixture.store->alertMessage().has_value());
+    }
+
+    void itsButtonDismissesIt()
+    {
+        WindowFixture fixture;
+        fixture.raiseAlert();
+        QTest::qWait(300);
+        fixture.click(fixture.button(u"OK"_s));
+        QCOMPARE(fixture.store->alertMessage(), std::nullopt);
+        QTRY_COMPARE(fixture.button(u"OK"_s), nullptr);
+    }
+
+    void keysDismissIt_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("Escape") << Qt::Key_Escape;
+        QTest::newRow("Return") << Qt::Key_Return;
+        QTest::newRow("Enter") << Qt::Key_Enter;
+    }
+
+    void keysDismissIt()
+    {
+        QFETCH(Qt::Key, key);
+        WindowFixture fixture;
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        fixture.raiseAlert();
+        QTest::keyClick(fixture.window(), key);
+        QCOMPARE(fixture.store->alertMessage(), std::nullopt);
+    }
+
+    void nothingBehindAnAlertCanBeUsed()
+    {
+        WindowFixture fixture;
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        auto *const toggle = fixture.item(u"protectionSwitch"_s);
+        fixture.raiseAlert();
+        fixture.click(toggle);
+        QVERIFY(QMetaObject::invokeMethod(toggle, "press"));
+        for (int times = 0; times < 5; ++times) {
+            QTest::keyClick(fixture.window(), Qt::Key_Tab);
+            QVERIFY(!toggle->hasActiveFocus());
+        }
+        fixture.settle();
+        QVERIFY(fixture.platform.systemExtensions.submitted.isEmpty());
+        QTest::keyClick(fixture.window(), Qt::Key_Space);
+        QCOMPARE(fixture.store->alertMessage(), std::nullopt);
+        QTRY_VERIFY(toggle->isEnabled());
+    }
+
+    void theFocusReturnsToWhereItWas()
+    {
+        WindowFixture fixture;
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        auto *const toggle = fixture.item(u"protectionSwitch"_s);
+        toggle->forceActiveFocus(Qt::TabFocusReason);
+        fixture.raiseAlert();
+        QVERIFY(!toggle->hasActiveFocus());
+        QTest::keyClick(fixture.window(), Qt::Key_Escape);
+        QTRY_VERIFY(toggle->hasActiveFocus());
+    }
+
+    void aMessageThatFollowsAnotherIsShown()
+    {
+        WindowFixture fixture;
+        fixture.raiseAlert();
+        fixture.requireInstallation();
+        fixture.store->explainProtectionUnavailable();
+        QVERIFY(fixture.text(*fixture.store->alertMessage()) != nullptr);
+    }
+};
+
+QTEST_MAIN(TestAlert)
+#include "tst_alert.moc"
