@@ -57,9 +57,14 @@ AppBlockStore::AppBlockStore(platform::Platform &platform)
               *platform.mainBundle, *platform.filterManager, *platform.systemExtensions}))
     , m_storedList(*platform.preferences, *platform.scheduler)
     , m_protection(m_filterController, {*platform.preferences, *platform.mainBundle, m_list})
+    , m_discovery({*platform.scheduler,
+          inspection::DiscoveredProcesses({*platform.entitlements, *platform.suites}), m_list})
 {
     connect(m_filterController.get(), &filter::FilterController::statusChanged, this,
         &AppBlockStore::protectionChanged);
+    connect(&m_discovery, &Discovery::discoveredProcessesChanged, this,
+        &AppBlockStore::discoveredProcessesChanged);
+    connect(&m_discovery, &Discovery::applicationsMerged, this, &AppBlockStore::applicationsMerged);
     startLoading();
 }
 
@@ -73,6 +78,11 @@ filter::FilterController *AppBlockStore::filterController() const
 const QList<BlockedApplication> &AppBlockStore::applications() const
 {
     return m_list.applications();
+}
+
+const QList<inspection::DiscoveredNetworkProcess> &AppBlockStore::discoveredProcesses() const
+{
+    return m_discovery.discoveredProcesses();
 }
 
 bool AppBlockStore::hasLoadedApplications() const
@@ -184,6 +194,19 @@ void AppBlockStore::reinspectStaleApplications()
 void AppBlockStore::applicationsReinspected(const Applications &renewed)
 {
     m_list.replace(byUniqueId(renewed));
+    Q_EMIT applicationsChanged();
+    save();
+    m_protection.applyRulesIfEnabled();
+}
+
+void AppBlockStore::refreshDiscoveredProcesses()
+{
+    m_discovery.refreshDiscoveredProcesses();
+}
+
+void AppBlockStore::applicationsMerged(const Applications &merged)
+{
+    m_list.assign(merged);
     Q_EMIT applicationsChanged();
     save();
     m_protection.applyRulesIfEnabled();

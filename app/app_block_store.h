@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/blocked_list.h"
+#include "app/discovery.h"
 #include "app/protection.h"
 #include "app/stored_list.h"
 #include "filter/filter_controller.h"
@@ -42,6 +43,8 @@ public:
     [[nodiscard]] filter::FilterController *filterController() const;
     /** The blocked list, sorted by name. */
     [[nodiscard]] const QList<records::BlockedApplication> &applications() const;
+    /** What the filter saw in the last 30 days, most recent first. */
+    [[nodiscard]] const QList<inspection::DiscoveredNetworkProcess> &discoveredProcesses() const;
     [[nodiscard]] bool isAddingApplication() const { return m_isAddingApplication; }
     /** What the user has to be told, until it is dismissed. */
     [[nodiscard]] const std::optional<QString> &alertMessage() const { return m_alertMessage; }
@@ -67,6 +70,9 @@ public:
     /** Inspects records of older inspections anew; those whose bundle cannot be read stay. */
     void reinspectStaleApplications();
 
+    /** One pass over what the filter saw; the timer's, every five seconds. */
+    void refreshDiscoveredProcesses();
+
     [[nodiscard]] bool isProtectionEnabled() const;
     Q_INVOKABLE void setProtectionEnabled(bool on);
     /** Says why the switch cannot be used; called for a tap on the disabled switch. */
@@ -83,6 +89,7 @@ public:
 
 Q_SIGNALS:
     void applicationsChanged();
+    void discoveredProcessesChanged();
     void isAddingApplicationChanged();
     void alertMessageChanged();
     void isDropTargetedChanged();
@@ -99,6 +106,7 @@ private:
     void applicationInspected(
         const QUrl &url, bool hasAccess, const inspection::InspectionResult &result);
     void applicationsReinspected(const Applications &renewed);
+    void applicationsMerged(const Applications &merged);
 
     platform::Platform &m_platform;
     inspection::ApplicationInspector m_inspector;
@@ -106,6 +114,7 @@ private:
     BlockedList m_list;
     StoredList m_storedList;
     Protection m_protection;
+    Discovery m_discovery;
     bool m_isAddingApplication = false;
     std::optional<QString> m_alertMessage;
     bool m_isDropTargeted = false;

@@ -33,6 +33,11 @@ void BlockedList::remove(const QUuid &id)
     m_applications.removeIf([&](const BlockedApplication &entry) { return entry.id == id; });
 }
 
+void BlockedList::assign(const QList<BlockedApplication> &applications)
+{
+    m_applications = applications;
+}
+
 void BlockedList::replace(const QHash<QUuid, BlockedApplication> &newer)
 {
     for (BlockedApplication &application : m_applications) {

@@ -34,6 +34,9 @@ public:
     /** Removes the records with this id. */
     void remove(const QUuid &id);
 
+    /** Puts a changed form of the same list in its place. */
+    void assign(const QList<records::BlockedApplication> &applications);
+
     /** Puts each record of @p newer, by id, in the place of the listed one. */
     void replace(const QHash<QUuid, records::BlockedApplication> &newer);
 

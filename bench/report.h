@@ -56,7 +56,7 @@ Pair compare(int rounds, Measured measured, Reference reference)
 inline void report(std::string_view what, std::string_view against, const Pair &pair,
     std::string_view unit, double goal)
 {
-    std::printf("%.*s\t%.*s\t%.4g\t%.4g\t%.*s\t%.2f\n", static_cast<int>(what.size()), what.data(),
+    std::printf("%.*s\t%.*s\t%.4g\t%.4g\t%.*s\t%g\n", static_cast<int>(what.size()), what.data(),
         static_cast<int>(against.size()), against.data(), pair.measured, pair.reference,
         static_cast<int>(unit.size()), unit.data(), goal);
 }

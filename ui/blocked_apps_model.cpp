@@ -1,6 +1,7 @@
 #include "ui/blocked_apps_model.h"
 
 #include "ui/application_images.h"
+#include "ui/component_line.h"
 
 #include <algorithm>
 #include <QSet>
@@ -32,9 +33,14 @@ BlockedAppsModel::BlockedAppsModel(app::AppBlockStore &store)
     , m_rows(store.applications())
 {
     connect(&store, &app::AppBlockStore::applicationsChanged, this, &BlockedAppsModel::follow);
+    connect(&store, &app::AppBlockStore::discoveredProcessesChanged, this,
+        &BlockedAppsModel::followProcesses);
 }
 
-int BlockedAppsModel::count() const { return static_cast<int>(m_rows.size()); }
+int BlockedAppsModel::count() const
+{
+    return static_cast<int>(m_rows.size());
+}
 
 int BlockedAppsModel::rowCount(const QModelIndex &parent) const
 {
@@ -53,14 +59,46 @@ QVariant BlockedAppsModel::data(const QModelIndex &index, int role) const
         return identifiersLine(application);
     case IconRole:
         return ApplicationImages::address(application);
+    case ComponentCountRole:
+        return componentsOf(application).size();
+    case ComponentsRevisionRole:
+        return m_componentsRevision;
     default:
         return {};
     }
 }
 
+const BlockedAppsModel::Components &BlockedAppsModel::componentsOf(
+    const BlockedApplication &application) const
+{
+    auto found = m_components.find(application.id);
+    if (found == m_components.end()) {
+        found = m_components.insert(application.id,
+            inspection::networkComponents(application, m_store.discoveredProcesses()));
+    }
+    return *found;
+}
+
+QVariantList BlockedAppsModel::components(int row) const
+{
+    if (row < 0 || row >= count())
+        return {};
+    return componentLines(componentsOf(m_rows[row]));
+}
+
+void BlockedAppsModel::followProcesses()
+{
+    m_components.clear();
+    ++m_componentsRevision;
+    if (count() > 0)
+        Q_EMIT dataChanged(
+            index(0), index(count() - 1), {ComponentCountRole, ComponentsRevisionRole});
+}
+
 QHash<int, QByteArray> BlockedAppsModel::roleNames() const
 {
-    return {{NameRole, "name"}, {IdentifiersRole, "identifiers"}, {IconRole, "icon"}};
+    return {{NameRole, "name"}, {IdentifiersRole, "identifiers"}, {IconRole, "icon"},
+        {ComponentCountRole, "componentCount"}, {ComponentsRevisionRole, "componentsRevision"}};
 }
 
 void BlockedAppsModel::remove(int row)
@@ -82,6 +120,8 @@ void BlockedAppsModel::follow()
         if (m_rows[row] == wanted[row])
             continue;
         m_rows[row] = wanted[row];
+        m_components.remove(wanted[row].id);
+        ++m_componentsRevision;
         Q_EMIT dataChanged(index(row), index(row));
     }
     if (count() != before)
@@ -97,6 +137,7 @@ void BlockedAppsModel::removeMissing(const QList<BlockedApplication> &wanted)
         if (kept.contains(m_rows[row].id))
             continue;
         beginRemoveRows({}, row, row);
+        m_components.remove(m_rows[row].id);
         m_rows.removeAt(row);
         endRemoveRows();
     }

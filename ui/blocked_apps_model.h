@@ -1,8 +1,10 @@
 #pragma once
 
 #include "app/app_block_store.h"
+#include "inspection/network_components.h"
 
 #include <QAbstractListModel>
+#include <QHash>
 #include <qqmlregistration.h>
 
 namespace zorvane::ui
@@ -24,6 +26,8 @@ public:
         NameRole = Qt::UserRole,
         IdentifiersRole, ///< one line: bundle identifier and team
         IconRole, ///< an address of ApplicationImages; a new one for a new icon
+        ComponentCountRole, ///< how many lines the row unfolds to
+        ComponentsRevisionRole, ///< another number whenever these lines may have changed
     };
 
     explicit BlockedAppsModel(app::AppBlockStore &store);
@@ -32,6 +36,9 @@ public:
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+    /** What the row unfolds to: a list of ComponentLine. */
+    [[nodiscard]] Q_INVOKABLE QVariantList components(int row) const;
 
     /** Takes the application of this row off the store's list. */
     Q_INVOKABLE void remove(int row);
@@ -44,8 +51,17 @@ private:
     void removeMissing(const QList<records::BlockedApplication> &wanted);
     void bringToRow(const records::BlockedApplication &application, int row);
 
+    using Components = QList<inspection::ApplicationNetworkComponent>;
+
+    void followProcesses();
+    [[nodiscard]] const Components &componentsOf(
+        const records::BlockedApplication &application) const;
+
     app::AppBlockStore &m_store;
     QList<records::BlockedApplication> m_rows;
+    /** Of the rows that were asked for them, until the record or the processes change. */
+    mutable QHash<QUuid, Components> m_components;
+    int m_componentsRevision = 0;
 };
 
 } // namespace zorvane::ui

@@ -1,4 +1,4 @@
-pragma ComponentBehavior: Bound
+pragma ComponentBehavior
 import QtQuick
 import Zorvane.Ui
 
@@ -42,10 +42,27 @@ Column {
             required property string name
             required property string identifiers
             required property url icon
+            required property int componentCount
+            required property int componentsRevision
+            property bool isShowingComponents: false
+            property real unfolding: isShowingComponents ? 1 : 0
+            readonly property real unfoldedHeight: 1 + 4 + 32 * componentCount + 6
             readonly property bool near: y + height > root.viewTop - root.lookahead && y < root.viewBottom + root.lookahead
 
             width: root.width
-            height: 56 + (index > 0 ? 1 : 0)
+            height: 56 + (index > 0 ? 1 : 0) + Math.round(unfolding * unfoldedHeight)
+
+            /* The revision is named so that the lines are asked for again when they change. */
+            function lines(revision: int): var {
+                return unfolding > 0 ? root.applications.components(index) : [];
+            }
+
+            Behavior on unfolding  {
+                NumberAnimation {
+                    duration: Motion.disclosure
+                    easing.type: Easing.InOutQuad
+                }
+            }
 
             Repeater {
                 model: slot.near || slot.activeFocus ? 1 : 0
@@ -57,6 +74,13 @@ Column {
                     name: slot.name
                     identifiers: slot.identifiers
                     icon: slot.icon
+                    componentCount: slot.componentCount
+                    lines: slot.lines(slot.componentsRevision)
+                    unfolded: slot.isShowingComponents
+                    unfolding: slot.unfolding
+                    viewTop: root.viewTop - slot.y
+                    viewBottom: root.viewBottom - slot.y
+                    onUnfoldRequested: unfold => slot.isShowingComponents = unfold
                     onRemoveRequested: root.removeRow(slot.index, activeFocus)
                     Keys.onUpPressed: root.focusRow(slot.index - 1)
                     Keys.onDownPressed: root.focusRow(slot.index + 1)

@@ -8,12 +8,19 @@ FocusScope {
     required property string name
     required property string identifiers
     required property url icon
+    required property int componentCount
+    required property var lines
+    required property bool unfolded
+    /* From folded, 0, to unfolded, 1. */
+    required property real unfolding
+    /* The part of this row that is in view, in its own coordinates. */
+    required property real viewTop
+    required property real viewBottom
     readonly property real textLeft: 68
     readonly property real lineHeight: 56
 
     signal removeRequested
-
-    implicitHeight: lineHeight + divider.height
+    signal unfoldRequested(bool unfold)
 
     Accessible.role: Accessible.ListItem
     Accessible.name: name
@@ -99,6 +106,15 @@ FocusScope {
                 text: "Blocked"
             }
 
+            DisclosureButton {
+                objectName: "disclosure"
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: "point.3.connected.trianglepath.dotted"
+                text: root.componentCount + " network " + (root.componentCount === 1 ? "process" : "processes")
+                open: root.unfolded
+                onClicked: root.unfoldRequested(!root.unfolded)
+            }
+
             PlainSymbolButton {
                 anchors.verticalCenter: parent.verticalCenter
                 symbol: "xmark"
@@ -110,5 +126,16 @@ FocusScope {
                 onClicked: root.removeRequested()
             }
         }
+    }
+
+    ComponentLines {
+        objectName: "componentLines"
+        y: line.y + line.height
+        width: root.width
+        textLeft: root.textLeft
+        lines: root.lines
+        unfolding: root.unfolding
+        viewTop: root.viewTop - y
+        viewBottom: root.viewBottom - y
     }
 }

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "app/blocked_list.h"
+#include "inspection/discovered_processes.h"
+#include "platform/main_thread.h"
+#include "platform/scheduler.h"
+
+#include <memory>
+#include <optional>
+#include <QObject>
+
+namespace zorvane::app
+{
+
+/**
+ * The store's view of what the filter saw: every five seconds it reads the observed processes,
+ * keeps them for the rows, and finds records that have to take in identities seen at run time.
+ * Reading, matching and merging run on a background thread over copies. Main thread.
+ */
+class Discovery final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** What it works with; all outlive it. */
+    struct Services {
+        platform::Scheduler &scheduler;
+        inspection::DiscoveredProcesses reader;
+        const BlockedList &list;
+    };
+
+    explicit Discovery(const Services &services);
+    ~Discovery() override;
+
+    /** The processes of the last pass, most recent first. */
+    [[nodiscard]] const QList<inspection::DiscoveredNetworkProcess> &discoveredProcesses() const
+    {
+        return m_discoveredProcesses;
+    }
+
+    /** One pass; skipped while the previous one still runs. */
+    void refreshDiscoveredProcesses();
+
+Q_SIGNALS:
+    void discoveredProcessesChanged();
+    /** The list as it is now, with records that have taken in new identities. */
+    void applicationsMerged(const QList<zorvane::records::BlockedApplication> &applications);
+
+private:
+    /** What a finished pass has seen; a pass that finds the same has nothing to do. */
+    struct Seen {
+        bool any = false;
+        QByteArray bytes;
+        QList<records::BlockedApplication> applications;
+        inspection::RecentProcesses recent;
+    };
+
+    /** What a pass brings back from its background thread. */
+    struct Findings {
+        bool nothingNew = false;
+        Seen seen;
+        bool processesDiffer = false;
+        std::optional<QList<records::BlockedApplication>> merged;
+    };
+
+    static Findings find(const inspection::DiscoveredProcesses &reader, const Seen &last,
+        const QList<records::BlockedApplication> &applications,
+        const QList<inspection::DiscoveredNetworkProcess> &published, const QDateTime &now);
+    void startReading();
+    void found(const Findings &findings);
+
+    Services m_services;
+    QList<inspection::DiscoveredNetworkProcess> m_discoveredProcesses;
+    Seen m_seen;
+    /** True from a pass's start to its end. */
+    bool m_discoveryRefreshTask = false;
+    std::unique_ptr<platform::Timer> m_timer;
+    platform::Lifetime m_lifetime;
+};
+
+} // namespace zorvane::app

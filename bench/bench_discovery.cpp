@@ -1,0 +1,144 @@
+// A discovery pass over many processes and applications, against the plain rule applied to each
+// pair and against the JSON library's bare parse.
+
+#include "app/observed_identities.h"
+#include "app/records/paths.h"
+#include "inspection/discovered_processes.h"
+#include "inspection/process_matching.h"
+#include "report.h"
+
+#include <QRandomGenerator>
+#include <simdjson.h>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane;
+using inspection::DiscoveredNetworkProcess;
+using records::BlockedApplication;
+
+namespace
+{
+
+constexpr int applicationCount = 500;
+constexpr int identitiesEach = 20;
+constexpr int processCount = 5000;
+constexpr inspection::ReferenceSeconds now = 800'000'000;
+
+QString identifier(int application, int helper)
+{
+    return u"com.vendor%1.application.helper%2"_s.arg(application).arg(helper);
+}
+
+QList<BlockedApplication> applications()
+{
+    QList<BlockedApplication> result;
+    for (int i = 0; i < applicationCount; ++i) {
+        BlockedApplication application;
+        application.id = QUuid::createUuid();
+        application.name = u"Application %1"_s.arg(i);
+        application.bundleIdentifier = application.signingIdentifier = identifier(i, 0);
+        application.teamIdentifier = u"TEAM%1"_s.arg(i);
+        application.path = u"/Applications/Folder %1/Application %2.app"_s.arg(i % 7).arg(i);
+        application.iconData = QByteArray(10'000, 'x');
+        QList<records::CodeIdentity> helpers;
+        for (int helper = 1; helper < identitiesEach; ++helper)
+            helpers.append({identifier(i, helper), application.teamIdentifier});
+        application.auxiliaryCodeIdentities = helpers;
+        result.append(records::mergingObservedIdentities(application, {}));
+    }
+    return result;
+}
+
+QList<DiscoveredNetworkProcess> processes()
+{
+    QRandomGenerator random(1);
+    QList<DiscoveredNetworkProcess> result;
+    for (int i = 0; i < processCount; ++i) {
+        const int owner = random.bounded(applicationCount * 2); // half of them belong to nobody
+        DiscoveredNetworkProcess process;
+        process.signingIdentifier = identifier(owner, random.bounded(identitiesEach));
+        process.teamIdentifier = u"TEAM%1"_s.arg(owner);
+        process.executablePath
+            = u"/Applications/Folder %1/Application %2.app/Contents/MacOS/Helper %3"_s
+                  .arg(owner % 7)
+                  .arg(owner)
+                  .arg(i);
+        process.lastSeenAt = now - random.bounded(1'000'000);
+        process.firstSeenAt = process.lastSeenAt - 100;
+        process.connectionCount = i;
+        result.append(process);
+    }
+    return result;
+}
+
+/** The rule as it reads, for every pair; what every application takes in is merged afterwards. */
+qsizetype plainPass(
+    const QList<BlockedApplication> &list, const QList<DiscoveredNetworkProcess> &observed)
+{
+    qsizetype changed = 0;
+    for (const BlockedApplication &application : list) {
+        const auto identities = records::allCodeIdentities(application);
+        QList<records::CodeIdentity> candidates;
+        for (const DiscoveredNetworkProcess &process : observed) {
+            const auto own = inspection::ownIdentity(process);
+            const auto source = inspection::sourceApplicationIdentity(process);
+            const QString folder = records::standardizedPath(application.path);
+            const QString path = records::standardizedPath(*process.executablePath);
+            const bool belongs = identities.contains(own)
+                || (source && identities.contains(*source)) || path == folder
+                || path.startsWith(folder + u'/');
+            if (belongs && own.teamIdentifier && !records::isInterpreterName(own.signingIdentifier))
+                candidates.append(own);
+        }
+        if (records::mergingObservedIdentities(application, candidates) != application)
+            ++changed;
+    }
+    return changed;
+}
+
+/** What is left to a pass that finds the same bytes, list and time as the one before. */
+bool unchangedPass(const QByteArray &bytes, const QByteArray &lastBytes,
+    const QList<BlockedApplication> &list, const QList<BlockedApplication> &lastList,
+    const inspection::RecentProcesses &recent)
+{
+    return bytes == lastBytes && list == lastList && recent.holdAt(now);
+}
+
+} // namespace
+
+int main()
+{
+    const auto list = applications();
+    const auto observed = processes();
+    const QByteArray bytes = inspection::encodedProcesses(observed);
+    const auto recent = inspection::recentProcesses(bytes, now);
+    const auto plain = [&] { bench::keep(plainPass(list, observed)); };
+    const auto indexed = [&] { bench::keep(app::mergingObservedProcesses(list, observed)); };
+    const auto parse = [&] {
+        simdjson::dom::parser parser;
+        simdjson::dom::element root;
+        bench::keep(parser.parse(bytes.constData(), size_t(bytes.size())).get(root));
+    };
+    const auto decode = [&] { bench::keep(inspection::recentProcesses(bytes, now)); };
+
+    // The main thread compares the list with the one that the pass read, and takes the result over.
+    const auto copy = list;
+    auto published = recent.processes;
+    const auto mainShare = [&] {
+        bench::keep(copy != list);
+        published = recent.processes;
+        bench::keep(published);
+    };
+    const QByteArray sameBytes(bytes.constData(), bytes.size());
+    const auto unchanged
+        = [&] { bench::keep(unchangedPass(sameBytes, bytes, copy, list, recent)); };
+
+    bench::report("discovery: match and merge", "plain rule, pair by pair",
+        bench::compare(5, indexed, plain), "ms", 0.02);
+    bench::report("discovery: on the main thread", "match and merge",
+        bench::compare(21, mainShare, indexed), "ms", 0.333);
+    bench::report("discovery: read and decode", "the library's bare parse",
+        bench::compare(21, decode, parse), "ms", 1.5);
+    bench::report("discovery: nothing changed", "plain rule, pair by pair",
+        bench::compare(5, unchanged, plain), "ms", 0.002);
+    return 0;
+}

@@ -1,0 +1,83 @@
+#include "inspection/discovered_processes.h"
+
+#include <algorithm>
+#include <mutex>
+
+using namespace Qt::StringLiterals;
+
+namespace zorvane::inspection
+{
+
+namespace
+{
+
+constexpr ReferenceSeconds thirtyDays = 2'592'000;
+
+/** Serialises every read of the shared domain in this process. */
+std::mutex readLock; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+
+} // namespace
+
+bool RecentProcesses::holdAt(ReferenceSeconds now) const
+{
+    const ReferenceSeconds cutOff = now - thirtyDays;
+    return (!newestDropped || *newestDropped < cutOff) && (!oldestKept || *oldestKept >= cutOff);
+}
+
+RecentProcesses recentProcesses(QByteArrayView text, ReferenceSeconds now)
+{
+    RecentProcesses recent;
+    const ReferenceSeconds cutOff = now - thirtyDays;
+    recent.processes = decodedProcesses(text).value_or(QList<DiscoveredNetworkProcess>());
+    recent.processes.removeIf([&](const DiscoveredNetworkProcess &process) {
+        const bool tooOld = process.lastSeenAt < cutOff;
+        if (tooOld)
+            recent.newestDropped
+                = std::max(recent.newestDropped.value_or(process.lastSeenAt), process.lastSeenAt);
+        else
+            recent.oldestKept
+                = std::min(recent.oldestKept.value_or(process.lastSeenAt), process.lastSeenAt);
+        return tooOld;
+    });
+    std::ranges::stable_sort(
+        recent.processes, std::ranges::greater(), &DiscoveredNetworkProcess::lastSeenAt);
+    return recent;
+}
+
+DiscoveredProcesses::DiscoveredProcesses(const Services &services)
+    : m_services(services)
+{
+}
+
+std::optional<QString> DiscoveredProcesses::resolveApplicationGroup() const
+{
+    const auto groups = m_services.entitlements.applicationGroups();
+    if (!groups || groups->isEmpty())
+        return std::nullopt;
+    const auto preferred = std::ranges::find_if(*groups, [](const QString &group) {
+        // A team's prefix may stand before the name.
+        return group.contains("group.dev.kestrelworks.Zorvane"_L1);
+    });
+    return preferred == groups->cend() ? groups->constFirst() : *preferred;
+}
+
+QByteArray DiscoveredProcesses::storedBytes() const
+{
+    const std::lock_guard lock(readLock);
+    const auto group = resolveApplicationGroup();
+    if (!group)
+        return {};
+    const auto suite = m_services.suites.open(*group);
+    if (!suite)
+        return {};
+    suite->synchronize();
+    return suite->data(u"discoveredNetworkProcesses.v2"_s).value_or(QByteArray());
+}
+
+QList<DiscoveredNetworkProcess> DiscoveredProcesses::loadDiscoveredProcesses(
+    const QDateTime &now) const
+{
+    return recentProcesses(storedBytes(), referenceSeconds(now)).processes;
+}
+
+} // namespace zorvane::inspection
