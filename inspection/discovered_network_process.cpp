@@ -16,20 +16,56 @@ namespace json = records::json;
 namespace
 {
 
+/** The required fields come first. */
+enum Field {
+    SigningIdentifier,
+    FirstSeenAt,
+    LastSeenAt,
+    ConnectionCount,
+    TeamIdentifier,
+    SourceApplicationIdentifier,
+    SourceApplicationTeamIdentifier,
+    ExecutablePath,
+};
+constexpr unsigned requiredFields = (1U << (ConnectionCount + 1)) - 1;
+constexpr std::array<std::string_view, 8> fieldNames{"signingIdentifier", "firstSeenAt",
+    "lastSeenAt", "connectionCount", "teamIdentifier", "sourceApplicationIdentifier",
+    "sourceApplicationTeamIdentifier", "executablePath"};
+
 DiscoveredNetworkProcess readProcess(json::Element element)
 {
-    const json::Object object = json::asObject(element);
     DiscoveredNetworkProcess process;
-    process.signingIdentifier = json::required(object, "signingIdentifier", json::asText);
-    process.teamIdentifier = json::optional(object, "teamIdentifier", json::asText);
-    process.sourceApplicationIdentifier
-        = json::optional(object, "sourceApplicationIdentifier", json::asText);
-    process.sourceApplicationTeamIdentifier
-        = json::optional(object, "sourceApplicationTeamIdentifier", json::asText);
-    process.executablePath = json::optional(object, "executablePath", json::asText);
-    process.firstSeenAt = json::required(object, "firstSeenAt", json::asNumber);
-    process.lastSeenAt = json::required(object, "lastSeenAt", json::asNumber);
-    process.connectionCount = json::required(object, "connectionCount", json::asInteger);
+    const auto read = [&process](size_t field, json::Element value) {
+        switch (static_cast<Field>(field)) {
+        case SigningIdentifier:
+            process.signingIdentifier = json::asText(value);
+            break;
+        case FirstSeenAt:
+            process.firstSeenAt = json::asNumber(value);
+            break;
+        case LastSeenAt:
+            process.lastSeenAt = json::asNumber(value);
+            break;
+        case ConnectionCount:
+            process.connectionCount = json::asInteger(value);
+            break;
+        case TeamIdentifier:
+            process.teamIdentifier = json::asText(value);
+            break;
+        case SourceApplicationIdentifier:
+            process.sourceApplicationIdentifier = json::asText(value);
+            break;
+        case SourceApplicationTeamIdentifier:
+            process.sourceApplicationTeamIdentifier = json::asText(value);
+            break;
+        case ExecutablePath:
+            process.executablePath = json::asText(value);
+            break;
+        }
+    };
+    const unsigned present = json::readFields(json::asObject(element), fieldNames, read);
+    if ((present & requiredFields) != requiredFields)
+        throw json::Error("incomplete process");
     return process;
 }
 

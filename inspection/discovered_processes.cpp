@@ -16,6 +16,21 @@ constexpr ReferenceSeconds thirtyDays = 2'592'000;
 /** Serialises every read of the shared domain in this process. */
 std::mutex readLock; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
+/** Sorts times and positions instead of the records, which are many times as large. */
+QList<DiscoveredNetworkProcess> mostRecentFirst(QList<DiscoveredNetworkProcess> processes)
+{
+    std::vector<std::pair<ReferenceSeconds, qsizetype>> order;
+    order.reserve(static_cast<size_t>(processes.size()));
+    for (const DiscoveredNetworkProcess &process : processes)
+        order.emplace_back(-process.lastSeenAt, static_cast<qsizetype>(order.size()));
+    std::ranges::sort(order);
+    QList<DiscoveredNetworkProcess> sorted;
+    sorted.reserve(processes.size());
+    for (const auto &[time, position] : order)
+        sorted.append(std::move(processes[position]));
+    return sorted;
+}
+
 } // namespace
 
 bool RecentProcesses::holdAt(ReferenceSeconds now) const
@@ -39,8 +54,7 @@ RecentProcesses recentProcesses(QByteArrayView text, ReferenceSeconds now)
                 = std::min(recent.oldestKept.value_or(process.lastSeenAt), process.lastSeenAt);
         return tooOld;
     });
-    std::ranges::stable_sort(
-        recent.processes, std::ranges::greater(), &DiscoveredNetworkProcess::lastSeenAt);
+    recent.processes = mostRecentFirst(std::move(recent.processes));
     return recent;
 }
 

@@ -2,6 +2,9 @@
 
 #include "app/records/text.h"
 
+#include <algorithm>
+#include <array>
+#include <limits>
 #include <optional>
 #include <QByteArray>
 #include <QList>
@@ -63,6 +66,32 @@ auto optional(Object object, std::string_view key, Read read)
     if (!element)
         return std::nullopt;
     return read(*element);
+}
+
+/**
+ * Reads an object in one pass, for records that come by the thousands: calls @p read with the
+ * position in @p keys of each key that is there, and its first value unless that is null. Returns
+ * the positions that were read, as bits.
+ */
+template <size_t count, typename Read>
+unsigned readFields(Object object, const std::array<std::string_view, count> &keys, Read read)
+{
+    static_assert(count <= std::numeric_limits<unsigned>::digits);
+    unsigned seen = 0;
+    unsigned present = 0;
+    for (const auto field : object) {
+        const size_t position
+            = static_cast<size_t>(std::ranges::find(keys, field.key) - keys.begin());
+        const unsigned bit = position < count ? 1U << position : 0U;
+        if (bit == 0 || (seen & bit) != 0)
+            continue;
+        seen |= bit;
+        if (field.value.is_null())
+            continue;
+        present |= bit;
+        read(position, field.value);
+    }
+    return present;
 }
 
 /** Every element of an array. */
