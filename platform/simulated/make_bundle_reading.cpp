@@ -2,7 +2,7 @@
 
 #include "platform/simulated/file_bundles.h"
 #include "platform/simulated/file_icons.h"
-#include "platform/simulated/posix_directory_walk.h"
+#include "platform/simulated/linux_directory_walk.h"
 #include "platform/simulated/simulated_code_signatures.h"
 
 using namespace Qt::StringLiterals;
@@ -18,7 +18,7 @@ BundleReading makeBundleReading()
     BundleReading reading;
     reading.signatures = std::make_unique<SimulatedCodeSignatures>();
     reading.bundles = std::make_unique<FileBundles>(QStringList{u"en"_s});
-    reading.walk = std::make_unique<PosixDirectoryWalk>();
+    reading.walk = std::make_unique<LinuxDirectoryWalk>();
     reading.icons = std::make_unique<FileIcons>();
     return reading;
 }

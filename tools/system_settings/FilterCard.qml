@@ -1,5 +1,4 @@
 import QtQuick
-import Zorvane.Ui
 import Zorvane.SystemSettings
 
 /* What a filter extension would be told, as it stands now. */

@@ -2,7 +2,10 @@ import QtQuick
 import Zorvane.Ui
 import Zorvane.SystemSettings
 
-/* The settings of the simulated system: whether the extension may run, and what it would block. */
+/*
+ * The settings of the simulated system: whether the extension may run, and what it would block.
+ * Of a fixed size, with room for all that may have to be said.
+ */
 Window {
     id: root
 
@@ -11,15 +14,13 @@ Window {
     title: "System Settings"
     color: Theme.window
     width: 480
-    height: content.height + 40
+    height: 480
     minimumWidth: width
     maximumWidth: width
     minimumHeight: height
     maximumHeight: height
 
     Column {
-        id: content
-
         x: 20
         y: 20
         width: root.width - 40
@@ -38,14 +39,16 @@ Window {
             width: parent.width
             system: root.system
         }
+    }
 
-        ElidedLabel {
-            objectName: "folder"
-            width: parent.width
-            text: root.system.folder
-            elide: Text.ElideMiddle
-            font: Type.caption
-            color: Theme.secondary
-        }
+    ElidedLabel {
+        objectName: "folder"
+        x: 22
+        y: root.height - height - 16
+        width: root.width - 44
+        text: root.system.folder
+        elide: Text.ElideMiddle
+        font: Type.caption
+        color: Theme.secondary
     }
 }

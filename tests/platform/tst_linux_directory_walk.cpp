@@ -1,4 +1,4 @@
-#include "platform/simulated/posix_directory_walk.h"
+#include "platform/simulated/linux_directory_walk.h"
 #include "tests/bundle_files/bundle_files.h"
 
 #include <fcntl.h>
@@ -13,7 +13,7 @@ using namespace zorvane::platform::simulated;
 using namespace zorvane::tests;
 namespace fs = std::filesystem;
 
-class TestPosixDirectoryWalk : public QObject
+class TestLinuxDirectoryWalk : public QObject
 {
     Q_OBJECT
 
@@ -23,7 +23,7 @@ private:
     {
         std::map<std::string, ItemKind> items;
         const std::string root = m_scratch->path().string();
-        PosixDirectoryWalk().walk(root, [&](std::string_view path, ItemKind kind) {
+        LinuxDirectoryWalk().walk(root, [&](std::string_view path, ItemKind kind) {
             QVERIFY(path.starts_with(root + '/'));
             const std::string inner(path.substr(root.size() + 1));
             QVERIFY(!items.contains(inner));
@@ -127,14 +127,14 @@ private Q_SLOTS:
 
     void aMissingRootVisitsNothing()
     {
-        PosixDirectoryWalk().walk(
+        LinuxDirectoryWalk().walk(
             m_scratch->path() / "missing", [](std::string_view, ItemKind) { QFAIL("visited"); });
     }
 
     void aFileAsRootVisitsNothing()
     {
         writeFile(m_scratch->path() / "file", "x");
-        PosixDirectoryWalk().walk(
+        LinuxDirectoryWalk().walk(
             m_scratch->path() / "file", [](std::string_view, ItemKind) { QFAIL("visited"); });
     }
 
@@ -149,7 +149,7 @@ private Q_SLOTS:
             QSKIP("/dev/pts is no file system of its own here");
         bool visited = false;
         bool entered = false;
-        PosixDirectoryWalk().walk("/dev", [&](std::string_view path, ItemKind) {
+        LinuxDirectoryWalk().walk("/dev", [&](std::string_view path, ItemKind) {
             visited = visited || path == "/dev/pts";
             entered = entered || path.starts_with("/dev/pts/");
         });
@@ -169,7 +169,7 @@ private Q_SLOTS:
         QCOMPARE(::setrlimit(RLIMIT_NOFILE, &few), 0);
         int folders = 0;
         bool reachedBottom = false;
-        PosixDirectoryWalk().walk(m_scratch->path(), [&](std::string_view path, ItemKind kind) {
+        LinuxDirectoryWalk().walk(m_scratch->path(), [&](std::string_view path, ItemKind kind) {
             folders += kind == ItemKind::Directory ? 1 : 0;
             reachedBottom = reachedBottom || path.ends_with("/bottom");
         });
@@ -191,5 +191,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(TestPosixDirectoryWalk)
-#include "tst_posix_directory_walk.moc"
+QTEST_APPLESS_MAIN(TestLinuxDirectoryWalk)
+#include "tst_linux_directory_walk.moc"

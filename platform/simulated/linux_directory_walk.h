@@ -10,7 +10,7 @@ namespace zorvane::platform::simulated
  * each file; other file systems mounted below the root are visited and not entered. Few descriptors
  * are open at a time however deep the folders are.
  */
-class PosixDirectoryWalk final : public DirectoryWalk
+class LinuxDirectoryWalk final : public DirectoryWalk
 {
 public:
     void walk(const std::filesystem::path &root, const Visitor &visit) const override;
