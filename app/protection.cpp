@@ -34,6 +34,11 @@ bool Protection::isEnabled() const
 void Protection::setEnabled(bool on)
 {
     m_services.preferences.setBoolean(protectionRequestedKey, on);
+    // An empty list must not go over the rules that are stored; listLoaded() makes up for it.
+    if (!m_services.list.hasLoaded()) {
+        m_wishWaitsForList = true;
+        return;
+    }
     if (on)
         m_filterController->requestActivation(codeIdentityKeys(), applicationPaths());
     else
@@ -50,7 +55,8 @@ std::optional<QString> Protection::explanationWhyUnavailable() const
 
 void Protection::refresh()
 {
-    if (m_filterController->status() == FilterStatus::Kind::AwaitingApproval)
+    if (m_services.list.hasLoaded()
+        && m_filterController->status() == FilterStatus::Kind::AwaitingApproval)
         m_filterController->requestActivation(codeIdentityKeys(), applicationPaths());
     else
         m_filterController->refreshStatus();
@@ -59,6 +65,8 @@ void Protection::refresh()
 void Protection::listLoaded()
 {
     m_filterController->refreshStatus(codeIdentityKeys(), applicationPaths());
+    if (std::exchange(m_wishWaitsForList, false))
+        reconcile();
 }
 
 void Protection::applyRules()
@@ -101,6 +109,9 @@ std::optional<bool> Protection::wishFromStatus() const
     case FilterStatus::Kind::Enabled:
         return true;
     case FilterStatus::Kind::Inactive:
+        // Before the load the list only looks empty; the status is announced again after it.
+        if (!m_services.list.hasLoaded())
+            return std::nullopt;
         return !m_services.list.applications().isEmpty();
     case FilterStatus::Kind::Failed:
     case FilterStatus::Kind::InstallationRequired:

@@ -58,6 +58,8 @@ private:
 
     std::shared_ptr<filter::FilterController> m_filterController;
     Services m_services;
+    /** The user switched before the saved list was there. */
+    bool m_wishWaitsForList = false;
 };
 
 } // namespace zorvane::app

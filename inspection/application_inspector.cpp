@@ -64,7 +64,8 @@ ApplicationInspector::ApplicationInspector(Services services)
 InspectionResult ApplicationInspector::inspectApplication(const QUrl &url, const QUuid &id) const
 {
     const QString path = bundlePath(url);
-    if (records::pathExtension(path).toLower() != u"app")
+    // The system would open what stands in front of a NUL.
+    if (path.contains(QChar::Null) || records::pathExtension(path).toLower() != u"app")
         return ApplicationInspectionError::NotAnApplication;
     const std::filesystem::path native = nativePath(path);
     const std::unique_ptr<platform::Bundle> bundle = m_services.bundles.open(native);

@@ -31,6 +31,11 @@ Executor::Executor(unsigned threadCount)
 
 Executor::~Executor()
 {
+    stop();
+}
+
+void Executor::stop()
+{
     {
         const std::lock_guard lock(m_mutex);
         m_stopping = true;
@@ -38,12 +43,17 @@ Executor::~Executor()
     m_wake.notify_all();
     for (std::thread &thread : m_threads)
         thread.join();
+    m_threads.clear();
+    m_urgent.clear();
+    m_utility.clear();
 }
 
 void Executor::add(Priority priority, std::function<void()> job)
 {
     {
         const std::lock_guard lock(m_mutex);
+        if (m_stopping)
+            return;
         (priority == Priority::UserInitiated ? m_urgent : m_utility).push_back(std::move(job));
         if (m_threads.size() < m_threadCount)
             m_threads.emplace_back([this] { run(); });

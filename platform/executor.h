@@ -19,12 +19,13 @@ class Executor
 {
 public:
     explicit Executor(unsigned threadCount);
-    /** Waits for jobs that have begun; drops the others. */
     ~Executor();
     Executor(const Executor &) = delete;
     Executor &operator=(const Executor &) = delete;
 
     void add(Priority priority, std::function<void()> job);
+    /** Waits for jobs that have begun and drops the others, now and later. Not from a job. */
+    void stop();
 
 private:
     void run();

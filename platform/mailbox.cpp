@@ -11,11 +11,21 @@ void Mailbox::post(std::function<void()> job)
     bool wasEmpty = false;
     {
         const std::lock_guard lock(m_mutex);
+        if (m_closed)
+            return;
         wasEmpty = m_jobs.empty();
         m_jobs.push_back(std::move(job));
     }
     if (wasEmpty)
         QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+}
+
+void Mailbox::close()
+{
+    std::deque<std::function<void()>> dropped; // let go of after the lock
+    const std::lock_guard lock(m_mutex);
+    m_closed = true;
+    dropped.swap(m_jobs);
 }
 
 bool Mailbox::event(QEvent *event)

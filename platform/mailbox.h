@@ -17,12 +17,15 @@ class Mailbox final : public QObject
 public:
     /** Any thread. */
     void post(std::function<void()> job);
+    /** Drops what was posted, now and later. */
+    void close();
 
     bool event(QEvent *event) override;
 
 private:
     std::mutex m_mutex;
     std::deque<std::function<void()>> m_jobs;
+    bool m_closed = false;
 };
 
 } // namespace zorvane::platform

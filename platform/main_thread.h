@@ -39,7 +39,8 @@ template <typename Answer>
     return [&scheduler, owner = std::move(owner), answer = std::move(answer)](
                const auto &...arguments) {
         scheduler.post([owner, answer, values = std::make_tuple(arguments...)]() mutable {
-            if (!owner.expired())
+            // Held during the answer, which may let go of the last other hold.
+            if (const auto alive = owner.lock())
                 std::apply(answer, std::move(values));
         });
     };

@@ -21,6 +21,16 @@ namespace zorvane::platform
 
 /** All services of one system. Chosen once, by a program's main, and handed on from there. */
 struct Platform {
+    Platform() = default;
+    Platform(Platform &&) = default;
+    Platform &operator=(Platform &&) = delete;
+    /** Background jobs read through the services below, so the jobs end first. */
+    ~Platform()
+    {
+        if (scheduler)
+            scheduler->shutDown();
+    }
+
     // The scheduler comes first: it outlives every service that posts through it.
     std::unique_ptr<Scheduler> scheduler;
     std::unique_ptr<Log> log;

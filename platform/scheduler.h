@@ -31,7 +31,6 @@ public:
 
 /**
  * Time and threads: the only place where the program waits, repeats, or leaves the main thread.
- * Destroyed after everything that uses it; jobs that have not begun by then are dropped.
  */
 class Scheduler
 {
@@ -40,9 +39,15 @@ public:
 
     virtual ~Scheduler() = default;
 
+    /**
+     * Waits for the background jobs that have begun and drops all others; from then on nothing runs
+     * any more, so that what the jobs worked with can go. Main thread.
+     */
+    virtual void shutDown() = 0;
+
     /** The time of day, in UTC. Any thread. */
     [[nodiscard]] virtual QDateTime now() const = 0;
-    /** Runs @p job on a background thread. Any thread. */
+    /** Runs @p job on a background thread; @p priority decides which job goes first. Any thread. */
     virtual void runInBackground(Priority priority, Job job) = 0;
     /** Runs @p job on the main thread, in a later turn of its loop, in order of posting. Any
      * thread. */

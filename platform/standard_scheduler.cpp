@@ -31,12 +31,22 @@ private:
 } // namespace
 
 StandardScheduler::StandardScheduler()
-    : m_mailbox(std::make_unique<Mailbox>())
-    , m_executor(std::make_unique<Executor>(workerCount))
+    : m_executor(workerCount)
+    , m_delays(std::make_unique<QObject>())
 {
 }
 
-StandardScheduler::~StandardScheduler() = default;
+StandardScheduler::~StandardScheduler()
+{
+    shutDown();
+}
+
+void StandardScheduler::shutDown()
+{
+    m_executor.stop();
+    m_mailbox.close();
+    m_delays.reset();
+}
 
 QDateTime StandardScheduler::now() const
 {
@@ -45,17 +55,18 @@ QDateTime StandardScheduler::now() const
 
 void StandardScheduler::runInBackground(Priority priority, Job job)
 {
-    m_executor->add(priority, std::move(job));
+    m_executor.add(priority, std::move(job));
 }
 
 void StandardScheduler::post(Job job)
 {
-    m_mailbox->post(std::move(job));
+    m_mailbox.post(std::move(job));
 }
 
 void StandardScheduler::after(std::chrono::milliseconds delay, Job job)
 {
-    QTimer::singleShot(delay, Qt::PreciseTimer, m_mailbox.get(), std::move(job));
+    if (m_delays)
+        QTimer::singleShot(delay, Qt::PreciseTimer, m_delays.get(), std::move(job));
 }
 
 std::unique_ptr<Timer> StandardScheduler::every(std::chrono::milliseconds interval, Job job)

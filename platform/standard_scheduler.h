@@ -1,12 +1,11 @@
 #pragma once
 
+#include "platform/executor.h"
+#include "platform/mailbox.h"
 #include "platform/scheduler.h"
 
 namespace zorvane::platform
 {
-
-class Executor;
-class Mailbox;
 
 /**
  * The scheduler of every real system: standard threads, a mutex-guarded mailbox, and Qt's event
@@ -17,8 +16,9 @@ class StandardScheduler final : public Scheduler
 {
 public:
     StandardScheduler();
-    /** Waits for jobs that have begun; drops the others. */
     ~StandardScheduler() override;
+
+    void shutDown() override;
 
     [[nodiscard]] QDateTime now() const override;
     void runInBackground(Priority priority, Job job) override;
@@ -29,8 +29,10 @@ public:
     [[nodiscard]] std::unique_ptr<SerialQueue> makeSerialQueue(const char *label) override;
 
 private:
-    std::unique_ptr<Mailbox> m_mailbox;
-    std::unique_ptr<Executor> m_executor;
+    Mailbox m_mailbox;
+    Executor m_executor;
+    /** Owns the delayed jobs; gone after the end. */
+    std::unique_ptr<QObject> m_delays;
 };
 
 } // namespace zorvane::platform

@@ -17,14 +17,19 @@ Value get(Element element, const char *wanted)
     return value;
 }
 
+bool isHexDigit(char character)
+{
+    return (character >= '0' && character <= '9') || (character >= 'a' && character <= 'f')
+        || (character >= 'A' && character <= 'F');
+}
+
 bool isCanonicalUuid(std::string_view text)
 {
     if (text.size() != 36)
         return false;
     for (size_t i = 0; i < text.size(); ++i) {
         const bool hyphenWanted = i == 8 || i == 13 || i == 18 || i == 23;
-        const bool valid = hyphenWanted ? text[i] == '-'
-                                        : std::isxdigit(static_cast<unsigned char>(text[i])) != 0;
+        const bool valid = hyphenWanted ? text[i] == '-' : isHexDigit(text[i]);
         if (!valid)
             return false;
     }

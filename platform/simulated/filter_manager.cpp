@@ -38,62 +38,68 @@ SimulatedFilterManager::~SimulatedFilterManager() = default;
 
 void SimulatedFilterManager::load(Completion done)
 {
-    run([this] { return loadNow(); }, std::move(done));
+    auto loaded = std::make_shared<FilterConfiguration>(QJsonObject());
+    // The copy is replaced on the main thread: between another load's answer and its save it must
+    // not change.
+    run([this, loaded] { return loadNow(*loaded); }, [this, loaded] { m_copy = *loaded; },
+        std::move(done));
 }
 
 void SimulatedFilterManager::save(Completion done)
 {
-    const std::lock_guard lock(m_mutex);
     m_copy.setEnabled(m_copy.isEnabled()); // so that the file says it in any case
-    run([this, configuration = m_copy] { return saveNow(configuration); }, std::move(done));
+    run([this, configuration = m_copy] { return saveNow(configuration); }, [] {}, std::move(done));
 }
 
 bool SimulatedFilterManager::isEnabled() const
 {
-    const std::lock_guard lock(m_mutex);
     return m_copy.isEnabled();
 }
 
 void SimulatedFilterManager::setEnabled(bool enabled)
 {
-    const std::lock_guard lock(m_mutex);
     m_copy.setEnabled(enabled);
 }
 
 void SimulatedFilterManager::setProviderConfiguration(
     const FilterProviderConfiguration &configuration)
 {
-    const std::lock_guard lock(m_mutex);
     m_copy.setProviderConfiguration(configuration);
 }
 
 void SimulatedFilterManager::setLocalizedDescription(const QString &description)
 {
-    const std::lock_guard lock(m_mutex);
     m_copy.setLocalizedDescription(description);
 }
 
-void SimulatedFilterManager::run(Work work, Completion done)
+void SimulatedFilterManager::run(Work work, Job succeeded, Completion done)
 {
     // The work starts at once; its answer follows on the same queue, so behind it, and only after a
     // turn of the main loop, so that the call has returned by then.
     auto error = std::make_shared<std::optional<PlatformError>>();
     m_queue->add([work = std::move(work), error] { *error = work(); });
-    m_scheduler.after(
-        answerDelay, [this, alive = m_lifetime.watch(), error, done = std::move(done)] {
+    m_scheduler.after(answerDelay,
+        [this, alive = m_lifetime.watch(), error, succeeded = std::move(succeeded),
+            done = std::move(done)] {
             if (!alive.expired())
-                m_queue->add([error, done] { done(*error); });
+                m_queue->add([this, alive, error, succeeded, done] {
+                    m_scheduler.post([alive, error, succeeded, done] {
+                        if (alive.expired())
+                            return;
+                        if (!*error)
+                            succeeded();
+                        done(*error);
+                    });
+                });
         });
 }
 
-std::optional<PlatformError> SimulatedFilterManager::loadNow()
+std::optional<PlatformError> SimulatedFilterManager::loadNow(FilterConfiguration &loaded) const
 {
     if (auto fault = m_system->takeFault(Operation::Load))
         return fault;
-    FilterConfiguration stored(
+    loaded = FilterConfiguration(
         readJsonFile(m_system->filterConfigurationFile()).value_or(QJsonObject()));
-    const std::lock_guard lock(m_mutex);
-    m_copy = std::move(stored);
     return std::nullopt;
 }
 

@@ -6,7 +6,6 @@
 
 #include <functional>
 #include <memory>
-#include <mutex>
 
 namespace zorvane::platform
 {
@@ -21,7 +20,7 @@ class SimulatedSystem;
 
 /**
  * The filter configuration as a file of the state folder. Loads and saves run one after the other
- * on a thread of their own, from which they answer after a moment.
+ * on a thread of their own and are answered after a moment.
  */
 class SimulatedFilterManager final : public FilterManager
 {
@@ -42,13 +41,14 @@ public:
 private:
     using Work = std::function<std::optional<PlatformError>()>;
 
-    void run(Work work, Completion done);
-    [[nodiscard]] std::optional<PlatformError> loadNow();
+    using Job = std::function<void()>;
+
+    void run(Work work, Job succeeded, Completion done);
+    [[nodiscard]] std::optional<PlatformError> loadNow(FilterConfiguration &loaded) const;
     [[nodiscard]] std::optional<PlatformError> saveNow(const FilterConfiguration &configuration);
 
     const std::shared_ptr<SimulatedSystem> m_system;
     Scheduler &m_scheduler;
-    mutable std::mutex m_mutex;
     FilterConfiguration m_copy;
     std::unique_ptr<SerialQueue> m_queue;
     Lifetime m_lifetime;

@@ -22,7 +22,7 @@ constexpr std::uint64_t commandHeaderSize = 8;
 constexpr std::uint64_t signatureCommandSize = 16;
 constexpr std::uint32_t codeSignatureCommand = 0x1D;
 // Real programs have a few thousand bytes of load commands.
-constexpr std::uint32_t commandsSizeLimit = 16 * 1024 * 1024;
+constexpr std::uint32_t commandsSizeLimit = 1024 * 1024;
 
 /** How an image's numbers are to be read, and where its load commands begin. */
 struct ImageForm {

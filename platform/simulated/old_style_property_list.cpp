@@ -151,6 +151,8 @@ private:
             const std::optional<QString> key = text();
             if (!key)
                 return std::nullopt;
+            if (++m_values > propertyListValueLimit)
+                return std::nullopt;
             const std::optional<QVariant> entry = take(u'=') ? value(depth) : QVariant(*key);
             if (!entry || !take(u';'))
                 return std::nullopt;

@@ -69,9 +69,9 @@ void PreferencesDomain::synchronize()
         }
     }
     written.get_future().wait();
-    Stored fresh = read();
     const std::lock_guard lock(m_mutex);
-    m_stored = std::move(fresh);
+    if (stampOf(m_file) != m_stored.stamp)
+        m_stored = read();
 }
 
 PreferencesDomain::Stored PreferencesDomain::read() const
@@ -147,8 +147,11 @@ std::optional<PreferencesDomain::Stored> PreferencesDomain::write(const QVariant
     }
     values->insert(changes);
     const QByteArray bytes = writePropertyList(*values);
-    if (bytes.size() > propertyListSizeLimit)
-        return failed(QStringLiteral("the values are too large to be read again"));
+    if (bytes.size() > propertyListSizeLimit) {
+        // Given up: kept for the next attempt, they would hold up everything that is set later.
+        reportFailure(m_file, QStringLiteral("the values are too large to be read again"));
+        return read();
+    }
     if (const auto error = replaceFile(m_file, bytes))
         return failed(*error);
     return Stored{std::move(*values), stampOf(m_file)};

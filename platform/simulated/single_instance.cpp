@@ -144,7 +144,11 @@ LockedInstance::Answer LockedInstance::callFirst() const
     socket.write(qgetenv(tokenVariable).left(longestToken - 2) + '\n');
     const bool answered = socket.waitForBytesWritten(answerTimeout)
         && (socket.canReadLine() || socket.waitForReadyRead(answerTimeout));
-    return answered ? Answer::Came : Answer::Silent;
+    if (answered)
+        return Answer::Came;
+    // Hung up instead of answering: it is about to end, and its place will be free.
+    const bool hungUp = socket.state() != QLocalSocket::ConnectedState;
+    return hungUp ? Answer::NoListener : Answer::Silent;
 }
 
 } // namespace simulated

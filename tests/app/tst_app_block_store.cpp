@@ -214,6 +214,21 @@ private Q_SLOTS:
         QCOMPARE(f.system.fileAccess.ended, granted ? 1 : 0);
     }
 
+    void tellsTheSchedulerHowUrgentItsWorkIs()
+    {
+        using platform::Priority;
+        Fixture f;
+        auto stale = sampleApplication(u"A"_s, u"com.example.A"_s);
+        stale.inspectionVersion = 4;
+        f.storeList({stale});
+        f.system.preferences.values.insert(u"protectionRequested"_s, false);
+        const auto store = f.loadedStore();
+        store->addApplication(QUrl::fromLocalFile(u"/A.app"_s));
+        QCOMPARE(f.system.scheduler.priorities().constFirst(), Priority::UserInitiated);
+        QVERIFY(f.system.scheduler.priorities().contains(Priority::Utility));
+        QCOMPARE(f.system.scheduler.priorities().constLast(), Priority::UserInitiated);
+    }
+
     void anAdditionInspectedBeforeTheLoadWaitsForIt()
     {
         Fixture f;
@@ -222,7 +237,13 @@ private Q_SLOTS:
         AppBlockStore store(f.system.ports);
         store.addApplication(QUrl::fromLocalFile(u"/A.app"_s));
         QCOMPARE(f.system.scheduler.waitingBackgroundJobs(), 2);
+        f.system.scheduler.runBackgroundJob(1);
+        f.system.scheduler.runPosted();
+        QVERIFY(!store.hasLoadedApplications());
+        QVERIFY(store.isAddingApplication());
+        QVERIFY(!f.system.preferences.contains(u"protectionRequested"_s));
         f.system.scheduler.settle();
+        QVERIFY(!store.isAddingApplication());
         QCOMPARE(names(store), QStringList({u"A"_s, u"Stored"_s}));
         QCOMPARE(f.storedList().size(), 2);
     }

@@ -219,14 +219,54 @@ private Q_SLOTS:
         QVERIFY(f.system.filterManager.stored.enabled);
     }
 
+    void inactiveBeforeTheListIsLoadedDecidesNothing()
+    {
+        Fixture f({tool});
+        f.store = std::make_unique<AppBlockStore>(f.system.ports);
+        f.store->refreshProtection();
+        f.system.scheduler.runBackgroundJob(1); // the refresh; the load still waits
+        f.system.scheduler.runPosted();
+        QVERIFY(!f.store->hasLoadedApplications());
+        QCOMPARE(f.wish(), std::nullopt);
+        f.system.scheduler.settle();
+        QCOMPARE(f.wish(), true);
+        QCOMPARE(f.activations(), 1);
+    }
+
+    void switchingOnBeforeTheListIsLoadedWaitsForIt()
+    {
+        Fixture f({tool}, false);
+        f.store = std::make_unique<AppBlockStore>(f.system.ports);
+        f.store->setProtectionEnabled(true);
+        QCOMPARE(f.wish(), true);
+        QCOMPARE(f.activations(), 0);
+        f.system.scheduler.settle();
+        QCOMPARE(f.activations(), 1);
+        f.finishActivation();
+        QCOMPARE(f.writtenKeys(), toolKeys);
+    }
+
+    void switchingOffBeforeTheListIsLoadedKeepsTheStoredRulesUntilThen()
+    {
+        Fixture f({tool}, true);
+        f.system.filterManager.stored.enabled = true;
+        f.store = std::make_unique<AppBlockStore>(f.system.ports);
+        f.store->setProtectionEnabled(false);
+        QCOMPARE(f.system.filterManager.loads, 0);
+        f.system.scheduler.settle();
+        QCOMPARE(f.wish(), false);
+        QVERIFY(!f.system.filterManager.stored.enabled);
+    }
+
     void aStatusChangeDoesNothingOnceTheWishIsKnown()
     {
         Fixture f({tool}, false);
         f.system.filterManager.stored.enabled = true;
-        f.system.mainBundle.path = "/Applications/Zorvane.app";
         f.start();
         QCOMPARE(f.wish(), false);
         QVERIFY(f.system.preferences.written.isEmpty());
+        QCOMPARE(f.system.filterManager.saves, 0);
+        QVERIFY(f.system.filterManager.stored.enabled);
     }
 
     void launchRefreshesWithTheRules()

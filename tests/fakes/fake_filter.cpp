@@ -45,9 +45,9 @@ void FakeFilterManager::load(Completion done)
 void FakeFilterManager::save(Completion done)
 {
     ++saves;
-    answer([this, done, error = takeFirst(saveErrors)] {
+    answer([this, done, saved = m_copy, error = takeFirst(saveErrors)] {
         if (!error)
-            stored = m_copy;
+            stored = saved;
         done(error);
     });
 }

@@ -78,6 +78,21 @@ std::unique_ptr<platform::SerialQueue> FakeScheduler::makeSerialQueue(const char
     return std::make_unique<FakeQueue>(*this);
 }
 
+void FakeScheduler::shutDown()
+{
+    m_background.clear();
+    m_posted.clear();
+    m_delayed.clear();
+}
+
+void FakeScheduler::runBackgroundJob(qsizetype position)
+{
+    const auto found = m_background.begin() + position;
+    const Job job = std::move(*found);
+    m_background.erase(found);
+    job();
+}
+
 void FakeScheduler::runBackground()
 {
     std::deque<Job> jobs;

@@ -14,6 +14,7 @@ class FakeScheduler final : public platform::Scheduler
 {
 public:
     [[nodiscard]] QDateTime now() const override { return m_now; }
+    void shutDown() override;
     void runInBackground(platform::Priority priority, Job job) override;
     void post(Job job) override { m_posted.push_back(std::move(job)); }
     void after(std::chrono::milliseconds delay, Job job) override;
@@ -22,6 +23,8 @@ public:
     [[nodiscard]] std::unique_ptr<platform::SerialQueue> makeSerialQueue(
         const char *label) override;
 
+    /** Lets the background job at @p position go first, before those that wait longer. */
+    void runBackgroundJob(qsizetype position);
     /** Runs the background jobs that wait now; what they post stays posted. */
     void runBackground();
     /** Runs what is posted now on the main thread. */

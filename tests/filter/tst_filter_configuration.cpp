@@ -111,6 +111,12 @@ private Q_SLOTS:
         QCOMPARE(f.manager.saves, 1);
         f.scheduler.advance(1ms);
         QCOMPARE(f.manager.saves, 2);
+        f.scheduler.advance(1499ms);
+        QCOMPARE(f.manager.saves, 2);
+        f.scheduler.advance(1ms);
+        QCOMPARE(f.manager.saves, 3);
+        f.scheduler.advance(1500ms);
+        QCOMPARE(f.manager.saves, 4);
         f.scheduler.advance(10s);
         QCOMPARE(f.manager.saves, 4);
         QCOMPARE(f.manager.loads, 4);
@@ -224,6 +230,16 @@ private Q_SLOTS:
         f.scheduler.settle();
         QVERIFY(f.extensions.submitted.isEmpty());
         QCOMPARE(f.controller->status(), FilterStatus(Kind::Enabled));
+    }
+
+    void aFailedRefreshIsLogged()
+    {
+        ControllerFixture f;
+        f.manager.loadErrors = {brokenDisk};
+        f.controller->refreshStatus();
+        f.scheduler.settle();
+        QCOMPARE(f.log.lines,
+            QStringList{u"error: Failed to refresh filter status: The disk is full."_s});
     }
 
     void statusIsAnnouncedAlsoWhenItStaysTheSame()
