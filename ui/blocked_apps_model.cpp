@@ -34,7 +34,10 @@ BlockedAppsModel::BlockedAppsModel(app::AppBlockStore &store)
     connect(&store, &app::AppBlockStore::applicationsChanged, this, &BlockedAppsModel::follow);
 }
 
-int BlockedAppsModel::count() const { return static_cast<int>(m_rows.size()); }
+int BlockedAppsModel::count() const
+{
+    return static_cast<int>(m_rows.size());
+}
 
 int BlockedAppsModel::rowCount(const QModelIndex &parent) const
 {

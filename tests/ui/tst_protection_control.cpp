@@ -27,9 +27,8 @@ private Q_SLOTS:
             << u"Move to Applications"_s << false << false;
         QTest::newRow("activating") << Enter([](auto &fixture) { fixture.activate(); }) << orange
                                     << u"Turning on\u2026"_s << false << false;
-        QTest::newRow("awaiting approval")
-            << Enter([](auto &fixture) { fixture.awaitApproval(); }) << orange
-            << u"Awaiting approval"_s << false << false;
+        QTest::newRow("awaiting approval") << Enter([](auto &fixture) { fixture.awaitApproval(); })
+                                           << orange << u"Awaiting approval"_s << false << false;
         QTest::newRow("enabled") << Enter([](auto &fixture) { fixture.enable(); })
                                  << QColor(0x28b84a) << u"Protection on"_s << true << true;
         QTest::newRow("failed") << Enter([](auto &fixture) { fixture.fail(u"It failed."_s); })
@@ -45,15 +44,15 @@ private Q_SLOTS:
         QTEST(dot->property("color").value<QColor>(), "dot");
         QCOMPARE(dot->size(), QSizeF(8, 8));
         QCOMPARE(dot->property("radius").toReal(), 4.0);
-        const auto *const text = fixture.item(u"statusText"_s);
-        QTEST(text->property("text").toString(), "text");
-        QCOMPARE(text->property("font").value<QFont>().pixelSize(), 11);
-        QCOMPARE(text->property("font").value<QFont>().weight(), QFont::Medium);
+        const auto *const label = fixture.item(u"statusText"_s);
+        QTEST(label->property("text").toString(), "text");
+        QCOMPARE(label->property("font").value<QFont>().pixelSize(), 11);
+        QCOMPARE(label->property("font").value<QFont>().weight(), QFont::Medium);
         const auto *const toggle = fixture.item(u"protectionSwitch"_s);
         QTEST(toggle->isEnabled(), "usable");
         QTEST(toggle->property("checked").toBool(), "on");
         QFETCH(QString, text);
-        QCOMPARE(fixture.item(u"explanationLayer"_s) != nullptr, text == u"Move to Applications");
+        QCOMPARE(fixture.item(u"explanationLayer"_s) != nullptr, text == u"Move to Applications"_s);
     }
 
     void theSwitchAsksForProtectionAndFollowsTheStatus()

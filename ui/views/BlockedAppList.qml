@@ -12,7 +12,7 @@ Column {
     required property BlockedAppsModel applications
     required property real viewTop
     required property real viewBottom
-    readonly property real lookahead: 200
+    readonly property real lookahead: 60
 
     function focusRow(index: int): void {
         const slot = repeater.itemAt(index);
@@ -47,8 +47,8 @@ Column {
             width: root.width
             height: 56 + (index > 0 ? 1 : 0)
 
-            Repeater {
-                model: slot.near || slot.activeFocus ? 1 : 0
+            Lazy {
+                active: slot.near || slot.activeFocus
 
                 BlockedAppRow {
                     width: slot.width
