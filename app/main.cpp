@@ -16,7 +16,7 @@ int run(platform::SingleInstance &instance)
     platform::Platform platform = platform::makePlatform();
     // Before the window, so that the saved list is on its way while that is built.
     app::AppBlockStore store(platform);
-    ui::UserInterface interface(store, *platform.actions);
+    ui::UserInterface interface(store, platform);
     if (interface.window() == nullptr)
         return EXIT_FAILURE;
     instance.onBringForward([&interface] { interface.bringForward(); });

@@ -27,9 +27,15 @@ struct Face {
     QColor pressed;
 };
 
-QColor black(double opacity) { return QColor::fromRgbF(0, 0, 0, static_cast<float>(opacity)); }
+QColor black(double opacity)
+{
+    return QColor::fromRgbF(0, 0, 0, static_cast<float>(opacity));
+}
 
-QColor white(double opacity) { return QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity)); }
+QColor white(double opacity)
+{
+    return QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));
+}
 
 Face prominentFace(bool dark)
 {
@@ -77,7 +83,8 @@ void drawFace(QPainter &painter, const Face &face, const QRectF &box, double rad
     if (face.edgeInside && face.edge.alpha() > 0) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(face.edge, 0.5));
-        painter.drawRoundedRect(box.adjusted(0.25, 0.25, -0.25, -0.25), radius - 0.25, radius - 0.25);
+        painter.drawRoundedRect(
+            box.adjusted(0.25, 0.25, -0.25, -0.25), radius - 0.25, radius - 0.25);
     }
 }
 

@@ -8,8 +8,14 @@ SystemCommands::SystemCommands(platform::SystemActions &actions)
 {
 }
 
-void SystemCommands::openSystemSettings() { m_actions.openSystemSettings(); }
+void SystemCommands::openSystemSettings()
+{
+    m_actions.openSystemSettings();
+}
 
-void SystemCommands::quit() { m_actions.terminate(); }
+void SystemCommands::quit()
+{
+    m_actions.terminate();
+}
 
 } // namespace zorvane::ui

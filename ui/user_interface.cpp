@@ -25,10 +25,11 @@ void provideIcon()
 
 } // namespace
 
-UserInterface::UserInterface(app::AppBlockStore &store, platform::SystemActions &actions)
+UserInterface::UserInterface(app::AppBlockStore &store, platform::Platform &platform)
     : m_store(store)
     , m_applications(store)
-    , m_system(actions)
+    , m_system(*platform.actions)
+    , m_onboarding(store, *platform.preferences)
 {
     provideIcon();
     m_engine.addImportPath(u"qrc:/qt/qml"_s);
@@ -38,8 +39,16 @@ UserInterface::UserInterface(app::AppBlockStore &store, platform::SystemActions 
     m_engine.addImageProvider(u"face"_s, new FaceImages);
     m_engine.setInitialProperties({{u"store"_s, QVariant::fromValue(&store)},
         {u"applications"_s, QVariant::fromValue(&m_applications)},
-        {u"system"_s, QVariant::fromValue(&m_system)}});
+        {u"system"_s, QVariant::fromValue(&m_system)},
+        {u"onboarding"_s, QVariant::fromValue(&m_onboarding)}});
     m_engine.load(QUrl(u"qrc:/qt/qml/Zorvane/Ui/MainWindow.qml"_s));
+
+    if (auto *const main = window(); main != nullptr) {
+        connect(main, &QWindow::visibleChanged, &m_onboarding, [this](bool visible) {
+            if (visible)
+                m_onboarding.mainWindowAppeared();
+        });
+    }
 
     // Not the window's own activation: that is announced again and again while it stays active.
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](auto state) {

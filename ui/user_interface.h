@@ -1,8 +1,9 @@
 #pragma once
 
 #include "app/app_block_store.h"
-#include "platform/system_actions.h"
+#include "platform/platform.h"
 #include "ui/blocked_apps_model.h"
+#include "ui/onboarding.h"
 #include "ui/system_commands.h"
 
 #include <memory>
@@ -21,11 +22,13 @@ namespace zorvane::ui
 class UserInterface final : public QObject
 {
 public:
-    UserInterface(app::AppBlockStore &store, platform::SystemActions &actions);
+    UserInterface(app::AppBlockStore &store, platform::Platform &platform);
     ~UserInterface() override;
 
-    /** The main window, hidden until show(). Null if it could not be built, which the log explains. */
+    /** The main window, hidden until show(). Null if it could not be built, which the log explains.
+     */
     [[nodiscard]] QQuickWindow *window() const;
+    [[nodiscard]] Onboarding &onboarding() { return m_onboarding; }
     void show();
     /** Shows the main window in front of the others, also when it was closed or minimised. */
     void bringForward();
@@ -34,6 +37,7 @@ private:
     app::AppBlockStore &m_store;
     BlockedAppsModel m_applications;
     SystemCommands m_system;
+    Onboarding m_onboarding;
     QQmlApplicationEngine m_engine;
 };
 

@@ -103,6 +103,15 @@ void Gallery::drawStates()
 
 void Gallery::drawExceptions()
 {
+    WindowFixture first({}, true);
+    first.requireInstallation();
+    first.ui->onboarding().close();
+    first.ui->onboarding().show();
+    save(first, u"10-onboarding-first"_s);
+    for (int page = 1; page < first.ui->onboarding().steps().size(); ++page)
+        QTest::keyClick(first.window(), Qt::Key_Return);
+    save(first, u"11-onboarding-last"_s);
+
     WindowFixture misplaced(samples());
     misplaced.requireInstallation();
     save(misplaced, u"05-installation-required"_s);

@@ -28,6 +28,7 @@ private Q_SLOTS:
     {
         WindowFixture fixture(two);
         fixture.awaitApproval();
+        QTRY_VERIFY(fixture.button(u"Retry Activation"_s) != nullptr);
         const auto pressable = fixture.items([](const QQuickItem *item) {
             return item->metaObject()->indexOfSignal("clicked()") >= 0;
         });

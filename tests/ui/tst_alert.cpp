@@ -37,7 +37,7 @@ private Q_SLOTS:
     {
         WindowFixture fixture;
         fixture.raiseAlert();
-        QTest::qWait(300);
+        QTRY_COMPARE(fixture.item(u"alertBox"_s)->opacity(), 1.0);
         fixture.click(fixture.button(u"OK"_s));
         QCOMPARE(fixture.store->alertMessage(), std::nullopt);
         QTRY_COMPARE(fixture.button(u"OK"_s), nullptr);

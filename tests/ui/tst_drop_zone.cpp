@@ -93,18 +93,17 @@ private Q_SLOTS:
         QCOMPARE(zone->scale(), 1.0);
         const auto *const fill = fixture.item(u"dropZoneFill"_s);
         QCOMPARE(fill->property("radius").toReal(), 20.0);
-        QCOMPARE(fill->property("color").value<QColor>(),
-            QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.06F));
+        QCOMPARE(
+            fill->property("color").value<QColor>(), QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.06F));
         const auto *const line = fixture.item(u"dropZoneDashes"_s);
         QCOMPARE(line->property("lineWidth").toReal(), 1.5);
-        QCOMPARE(line->property("color").value<QColor>(),
-            QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.45F));
+        QCOMPARE(
+            line->property("color").value<QColor>(), QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.45F));
         QVERIFY(fixture.text(u"Drop an app here"_s) != nullptr);
         const auto *const invitation
             = fixture.text(u"Choose an app in Finder to block its new network connections."_s);
         QVERIFY(invitation != nullptr);
-        QCOMPARE(invitation->property("color").value<QColor>(),
-            QColor::fromRgbF(0, 0, 0, 0.60F));
+        QCOMPARE(invitation->property("color").value<QColor>(), QColor::fromRgbF(0, 0, 0, 0.60F));
     }
 
     void aDragOverItHighlightsIt()
@@ -115,14 +114,14 @@ private Q_SLOTS:
         QVERIFY(fixture.store->isDropTargeted());
         auto *const zone = fixture.item(u"dropZone"_s);
         QTRY_COMPARE(zone->scale(), 1.01);
-        QTRY_COMPARE(fixture.item(u"dropZoneFill"_s)->property("color").value<QColor>(),
-            QColor(0x0068e1));
+        QTRY_COMPARE(
+            fixture.item(u"dropZoneFill"_s)->property("color").value<QColor>(), QColor(0x0068e1));
         const auto *const outline = fixture.item(u"dropZoneOutline"_s);
         auto *const border = qvariant_cast<QObject *>(outline->property("border"));
         QCOMPARE(border->property("width").toReal(), 1.5);
         QCOMPARE(border->property("color").value<QColor>(), QColor::fromRgbF(1, 1, 1, 0.65F));
-        QTRY_COMPARE(fixture.item(u"dropZoneLine"_s)->property("color").value<QColor>(),
-            QColor(Qt::white));
+        QTRY_COMPARE(
+            fixture.item(u"dropZoneLine"_s)->property("color").value<QColor>(), QColor(Qt::white));
         drag.leave();
         QVERIFY(!fixture.store->isDropTargeted());
         QTRY_COMPARE(zone->scale(), 1.0);

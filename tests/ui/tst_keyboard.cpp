@@ -39,16 +39,17 @@ private Q_SLOTS:
     {
         WindowFixture fixture(numbered(2));
         fixture.awaitApproval();
-        QTest::qWait(300);
+        QTRY_COMPARE(fixture.item(u"approvalPanel"_s)->property("progress").toReal(), 1.0);
         QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
         QStringList visited;
-        for (int times = 0; times < 6; ++times) {
+        for (int times = 0; times < 8; ++times) {
             QTest::keyClick(fixture.window(), Qt::Key_Tab);
             const auto *const item = fixture.window()->activeFocusItem();
             visited << accessibleName(item);
         }
-        QCOMPARE(visited.mid(0, 2),
-            (QStringList{u"Open System Settings"_s, u"Retry Activation"_s}));
+        QCOMPARE(visited.mid(0, 3),
+            (QStringList{
+                u"Show getting started"_s, u"Open System Settings"_s, u"Retry Activation"_s}));
         QCOMPARE(visited.count(u"Remove from list"_s), 2);
     }
 
@@ -118,6 +119,7 @@ private Q_SLOTS:
         QFETCH(Qt::Key, key);
         WindowFixture fixture;
         fixture.requireInstallation();
+        QTRY_VERIFY(fixture.button(u"Quit Zorvane"_s) != nullptr);
         QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
         fixture.button(u"Quit Zorvane"_s)->forceActiveFocus(Qt::TabFocusReason);
         QTest::keyClick(fixture.window(), key);

@@ -19,7 +19,10 @@ QRectF inWindow(const QQuickItem *item)
     return item->mapRectToScene(QRectF(QPointF(), item->size()));
 }
 
-QColor colour(const QQuickItem *item) { return item->property("color").value<QColor>(); }
+QColor colour(const QQuickItem *item)
+{
+    return item->property("color").value<QColor>();
+}
 
 QColor borderColour(const QQuickItem *item)
 {
@@ -30,7 +33,7 @@ QColor borderColour(const QQuickItem *item)
 QQuickItem *panelOf(const WindowFixture &fixture, const QString &name)
 {
     const auto *const place = fixture.item(name);
-    return place == nullptr ? nullptr : place->childItems().first()->childItems().first();
+    return place == nullptr ? nullptr : place->childItems().first()->childItems().value(0);
 }
 
 } // namespace
@@ -73,7 +76,7 @@ private Q_SLOTS:
 
     void aListShowsItsRowsInOrderAndTheirNumber()
     {
-        const WindowFixture fixture({quill, atlas});
+        const WindowFixture fixture({atlas, quill});
         QCOMPARE(fixture.item(u"countBadge"_s)->property("count").toInt(), 2);
         QCOMPARE(fixture.text(u"No blocked apps"_s), nullptr);
         const auto names = fixture.items(
@@ -101,8 +104,8 @@ private Q_SLOTS:
     {
         WindowFixture fixture;
         fixture.requireInstallation();
+        QTRY_VERIFY(panelOf(fixture, u"installationPanel"_s) != nullptr);
         const auto *const panel = panelOf(fixture, u"installationPanel"_s);
-        QVERIFY(panel != nullptr);
         QCOMPARE(panel->property("radius").toReal(), 16.0);
         QCOMPARE(panel->property("padding").toReal(), 18.0);
         QCOMPARE(colour(panel), QColor::fromRgbF(1, 0x95 / 255.F, 0, 0.09F));
@@ -122,7 +125,7 @@ private Q_SLOTS:
         WindowFixture fixture;
         fixture.requireInstallation();
         // Panels grow into place; a click has to wait for that.
-        QTest::qWait(300);
+        QTRY_COMPARE(fixture.item(u"installationPanel"_s)->property("progress").toReal(), 1.0);
         fixture.click(fixture.button(u"Open Finder Folders"_s));
         QCOMPARE(fixture.platform.actions.calls,
             (QStringList{u"folder /Users/someone/Downloads"_s, u"folder /Applications"_s}));
@@ -134,18 +137,18 @@ private Q_SLOTS:
     {
         WindowFixture fixture;
         fixture.awaitApproval();
+        QTRY_VERIFY(panelOf(fixture, u"approvalPanel"_s) != nullptr);
         const auto *const panel = panelOf(fixture, u"approvalPanel"_s);
-        QVERIFY(panel != nullptr);
         QCOMPARE(panel->property("radius").toReal(), 16.0);
         QCOMPARE(panel->property("padding").toReal(), 18.0);
         QCOMPARE(colour(panel), QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.08F));
         QCOMPARE(borderColour(panel), QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.25F));
         qreal above = 0;
-        for (const auto &line : {u"Finish enabling protection"_s,
-                 u"macOS is waiting for you to approve Zorvane."_s, u"1. Open System Settings."_s,
-                 u"2. Scroll to Extensions and choose By Category."_s,
-                 u"3. If Network Extensions is listed, open it and enable Zorvane."_s,
-                 u"4. If it is not listed yet, return here and retry activation."_s}) {
+        for (const auto &line :
+            {u"Finish enabling protection"_s, u"macOS is waiting for you to approve Zorvane."_s,
+                u"1. Open System Settings."_s, u"2. Scroll to Extensions and choose By Category."_s,
+                u"3. If Network Extensions is listed, open it and enable Zorvane."_s,
+                u"4. If it is not listed yet, return here and retry activation."_s}) {
             const auto *const text = fixture.text(line);
             QVERIFY2(text != nullptr, qPrintable(line));
             QVERIFY2(inWindow(text).top() > above, qPrintable(line));
@@ -157,7 +160,7 @@ private Q_SLOTS:
     {
         WindowFixture fixture;
         fixture.awaitApproval();
-        QTest::qWait(300);
+        QTRY_COMPARE(fixture.item(u"approvalPanel"_s)->property("progress").toReal(), 1.0);
         fixture.click(fixture.button(u"Open System Settings"_s));
         QCOMPARE(fixture.platform.actions.calls, QStringList{u"settings"_s});
         // The refresh of a program that waits asks for the activation again. One is outstanding, so
@@ -176,6 +179,7 @@ private Q_SLOTS:
         WindowFixture fixture;
         const auto message = u"Restart your Mac to finish installing the extension."_s;
         fixture.fail(message);
+        QTRY_VERIFY(fixture.text(message) != nullptr);
         const auto labels = fixture.items(
             [&](const QQuickItem *item) { return item->property("text") == message; });
         QCOMPARE(labels.size(), 1);
@@ -189,7 +193,7 @@ private Q_SLOTS:
     {
         WindowFixture fixture;
         fixture.awaitApproval();
-        QTest::qWait(300);
+        QTRY_COMPARE(fixture.item(u"approvalPanel"_s)->property("progress").toReal(), 1.0);
         const auto panel = inWindow(panelOf(fixture, u"approvalPanel"_s));
         const auto zone = inWindow(fixture.item(u"dropZone"_s));
         QCOMPARE(zone.top() - panel.bottom(), 12.0);
@@ -256,8 +260,7 @@ private Q_SLOTS:
         QVERIFY(builtRows().size() < 20);
         auto *const area = fixture.item(u"page"_s);
         QCOMPARE(fixture.item(u"blockedApps"_s)->height(), 300 * 57.0 - 1);
-        area->setProperty(
-            "contentY", area->property("contentHeight").toReal() - area->height());
+        area->setProperty("contentY", area->property("contentHeight").toReal() - area->height());
         QTRY_VERIFY(fixture.text(u"App 299"_s) != nullptr);
         QVERIFY(builtRows().size() < 20);
         QCOMPARE(inWindow(fixture.item(u"blockedApps"_s)).bottom(), 650.0 - 20);

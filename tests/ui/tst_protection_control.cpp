@@ -27,9 +27,8 @@ private Q_SLOTS:
             << u"Move to Applications"_s << false << false;
         QTest::newRow("activating") << Enter([](auto &fixture) { fixture.activate(); }) << orange
                                     << u"Turning on\u2026"_s << false << false;
-        QTest::newRow("awaiting approval")
-            << Enter([](auto &fixture) { fixture.awaitApproval(); }) << orange
-            << u"Awaiting approval"_s << false << false;
+        QTest::newRow("awaiting approval") << Enter([](auto &fixture) { fixture.awaitApproval(); })
+                                           << orange << u"Awaiting approval"_s << false << false;
         QTest::newRow("enabled") << Enter([](auto &fixture) { fixture.enable(); })
                                  << QColor(0x28b84a) << u"Protection on"_s << true << true;
         QTest::newRow("failed") << Enter([](auto &fixture) { fixture.fail(u"It failed."_s); })

@@ -24,7 +24,10 @@ void collect(QQuickItem *parent, const std::function<bool(const QQuickItem *)> &
     }
 }
 
-QQuickItem *only(const QList<QQuickItem *> &items) { return items.value(0, nullptr); }
+QQuickItem *only(const QList<QQuickItem *> &items)
+{
+    return items.value(0, nullptr);
+}
 
 } // namespace
 
@@ -65,12 +68,13 @@ void doAccessibleAction(QQuickItem *item, const QString &action)
         told->actionInterface()->doAction(action);
 }
 
-WindowFixture::WindowFixture(const QList<SampleApplication> &applications)
+WindowFixture::WindowFixture(const QList<SampleApplication> &applications, bool firstLaunch)
 {
+    platform.preferences.values.insert(u"hasCompletedOnboarding"_s, !firstLaunch);
     if (!applications.isEmpty())
         platform.preferences.values.insert(u"blockedApplications"_s, storedList(applications));
     store = std::make_unique<app::AppBlockStore>(platform.ports);
-    ui = std::make_unique<ui::UserInterface>(*store, platform.actions);
+    ui = std::make_unique<ui::UserInterface>(*store, platform.ports);
     settle();
     ui->show();
     if (!QTest::qWaitForWindowExposed(ui->window()))

@@ -23,7 +23,9 @@ struct SampleApplication {
 class WindowFixture
 {
 public:
-    explicit WindowFixture(const QList<SampleApplication> &applications = {});
+    /** On a @p firstLaunch the guide shows by itself. */
+    explicit WindowFixture(
+        const QList<SampleApplication> &applications = {}, bool firstLaunch = false);
 
     /** Lets all work that waits be done, and the scene follow. */
     void settle();
@@ -54,7 +56,8 @@ public:
     std::unique_ptr<ui::UserInterface> ui;
 };
 
-/** What assistive technology is told of an item; an empty name and no role if it is told nothing. */
+/** What assistive technology is told of an item; an empty name and no role if it is told nothing.
+ */
 [[nodiscard]] QString accessibleName(const QQuickItem *item);
 [[nodiscard]] QAccessible::Role accessibleRole(const QQuickItem *item);
 /** Does to an item what assistive technology can do to it, e.g. "Press". */

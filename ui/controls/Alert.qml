@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Zorvane.Ui
 
 /*
  * A message that has to be dismissed before anything else. Shown while its text is not empty; built
@@ -18,13 +19,15 @@ Item {
     anchors.fill: parent
     z: 50
 
-    Repeater {
-        model: root.open || root.fading ? 1 : 0
+    Lazy {
+        active: root.open || root.fading
 
         AlertBox {
-            anchors.fill: parent
+            objectName: "alertBox"
+            width: root.width
+            height: root.height
             open: root.open
-            onOpacityChanged: root.fading = opacity > 0
+            onFadingChanged: root.fading = fading
             title: root.title
             message: root.message
             onDismissed: root.dismissed()

@@ -6,10 +6,11 @@ Pressable {
 
     property bool prominent: false
     property bool small: false
+    property real leastWidth: 0
     readonly property real radius: small ? 6 : 7
     readonly property real inset: small ? 12 : 14
 
-    implicitWidth: Math.ceil(label.implicitWidth) + 2 * inset
+    implicitWidth: Math.max(leastWidth, Math.ceil(label.implicitWidth) + 2 * inset)
     implicitHeight: small ? 24 : 28
     width: implicitWidth
     height: implicitHeight

@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Zorvane.Ui
 
 /* A line that may not fit its width; then its whole text is in its tool tip. */
 Label {
@@ -15,8 +16,8 @@ Label {
         acceptedButtons: Qt.NoButton
     }
 
-    Repeater {
-        model: root.truncated && root.hovered ? 1 : 0
+    Lazy {
+        active: root.truncated && root.hovered
 
         ToolTip {
             text: root.text

@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Zorvane.Ui
 
 /*
  * What all buttons share: hover, press, keyboard, focus and the action for assistive technology.
@@ -61,8 +62,8 @@ Item {
         gap: root.focusGap
     }
 
-    Repeater {
-        model: root.toolTip !== "" && root.hovered && !root.pressed ? 1 : 0
+    Lazy {
+        active: root.toolTip !== "" && root.hovered && !root.pressed
 
         ToolTip {
             text: root.toolTip

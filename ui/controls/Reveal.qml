@@ -1,4 +1,5 @@
 import QtQuick
+import Zorvane.Ui
 
 /*
  * A place in a column that is there or not. What it shows is built only while it shows, and comes
@@ -8,7 +9,7 @@ Item {
     id: root
 
     required property bool shown
-    required property Component content
+    default property alias content: inside.content
     property real gap: 12
     property real progress: shown ? 1 : 0
 
@@ -24,14 +25,10 @@ Item {
         }
     }
 
-    Column {
+    Lazy {
         id: inside
 
         width: root.width
-
-        Repeater {
-            model: root.progress > 0 ? 1 : 0
-            delegate: root.content
-        }
+        active: root.progress > 0
     }
 }

@@ -12,7 +12,7 @@ Column {
     required property BlockedAppsModel applications
     required property real viewTop
     required property real viewBottom
-    readonly property real lookahead: 200
+    readonly property real lookahead: 60
 
     function focusRow(index: int): void {
         const slot = repeater.itemAt(index);
@@ -64,8 +64,8 @@ Column {
                 }
             }
 
-            Repeater {
-                model: slot.near || slot.activeFocus ? 1 : 0
+            Lazy {
+                active: slot.near || slot.activeFocus
 
                 BlockedAppRow {
                     width: slot.width

@@ -11,6 +11,18 @@ Item {
     required property SystemCommands system
     readonly property int statusKind: store.filterController.status.kind
 
+    signal helpRequested
+
+    // First in the order of the keyboard, and over the page.
+    Header {
+        id: header
+
+        z: 1
+        width: parent.width
+        store: root.store
+        onHelpRequested: root.helpRequested()
+    }
+
     ScrollColumn {
         id: page
 
@@ -21,7 +33,8 @@ Item {
             objectName: "installationPanel"
             width: parent.width
             shown: root.statusKind === FilterStatus.InstallationRequired
-            content: InstallationPanel {
+
+            InstallationPanel {
                 width: page.columnWidth
                 onFoldersRequested: root.store.openInstallationFolders()
                 onQuitRequested: root.system.quit()
@@ -32,7 +45,8 @@ Item {
             objectName: "approvalPanel"
             width: parent.width
             shown: root.statusKind === FilterStatus.AwaitingApproval
-            content: ApprovalPanel {
+
+            ApprovalPanel {
                 width: page.columnWidth
                 onSettingsRequested: root.system.openSystemSettings()
                 onRetryRequested: root.store.refreshProtection()
@@ -48,12 +62,5 @@ Item {
             viewTop: page.area.contentY - page.columnTop - y
             viewBottom: viewTop + page.area.height
         }
-    }
-
-    Header {
-        id: header
-
-        width: parent.width
-        store: root.store
     }
 }

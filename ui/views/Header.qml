@@ -9,6 +9,8 @@ Item {
     // macOS draws its window buttons over the content.
     readonly property real buttonsInset: Qt.platform.os === "osx" ? 18 : 0
 
+    signal helpRequested
+
     height: 74 + buttonsInset
 
     // There is no blur to hide what passes beneath, so the material is all but closed behind the
@@ -78,7 +80,18 @@ Item {
             }
         }
 
+        PlainSymbolButton {
+            anchors.right: protection.left
+            anchors.rightMargin: 16
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "questionmark.circle"
+            toolTip: "Show getting started"
+            onClicked: root.helpRequested()
+        }
+
         ProtectionControl {
+            id: protection
+
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
             store: root.store

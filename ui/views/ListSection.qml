@@ -58,7 +58,8 @@ Column {
         width: parent.width
         gap: 10
         shown: root.failed
-        content: FailureLabel {
+
+        FailureLabel {
             width: root.width
             message: root.store.filterController.status.message
         }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Zorvane.Ui
 
@@ -8,6 +9,7 @@ Window {
     required property AppBlockStore store
     required property BlockedAppsModel applications
     required property SystemCommands system
+    required property Onboarding onboarding
 
     title: "Zorvane"
     color: Theme.window
@@ -18,10 +20,32 @@ Window {
 
     ContentView {
         anchors.fill: parent
-        enabled: !alert.open
+        enabled: !alert.open && !root.onboarding.showingOnboarding
         store: root.store
         applications: root.applications
         system: root.system
+        onHelpRequested: root.onboarding.show()
+    }
+
+    Lazy {
+        id: guide
+
+        property bool fading: false
+
+        z: 40
+        active: root.onboarding.showingOnboarding || fading
+
+        OnboardingView {
+            objectName: "onboarding"
+            width: root.width
+            height: root.height
+            open: root.onboarding.showingOnboarding
+            enabled: open && !alert.open
+            steps: root.onboarding.steps
+            onFinished: root.onboarding.finish()
+            onClosed: root.onboarding.close()
+            onFadingChanged: guide.fading = fading
+        }
     }
 
     Alert {

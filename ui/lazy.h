@@ -1,0 +1,54 @@
+#pragma once
+
+#include <memory>
+#include <QQmlComponent>
+#include <qqmlregistration.h>
+#include <QQuickItem>
+
+namespace zorvane::ui
+{
+
+/**
+ * A place for one item that is built when it is wanted and destroyed when not; as large as that
+ * item says. What QML's own Loader does, for components bound to their context, which that cannot
+ * build in Qt 6.4.
+ */
+class Lazy : public QQuickItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(bool active READ isActive WRITE setActive NOTIFY activeChanged)
+    Q_PROPERTY(QQmlComponent *content READ content WRITE setContent NOTIFY contentChanged)
+    Q_PROPERTY(QQuickItem *item READ item NOTIFY itemChanged)
+    Q_CLASSINFO("DefaultProperty", "content")
+
+public:
+    explicit Lazy(QQuickItem *parent = nullptr);
+
+    [[nodiscard]] bool isActive() const { return m_active; }
+    void setActive(bool active);
+    [[nodiscard]] QQmlComponent *content() const { return m_content; }
+    /** Once, before the item is built. */
+    void setContent(QQmlComponent *content);
+    /** Null while inactive. */
+    [[nodiscard]] QQuickItem *item() const { return m_item; }
+
+Q_SIGNALS:
+    void activeChanged();
+    void contentChanged();
+    void itemChanged();
+
+protected:
+    void componentComplete() override;
+
+private:
+    void follow();
+    void build();
+    void followSize();
+
+    QQmlComponent *m_content = nullptr;
+    QQuickItem *m_item = nullptr;
+    bool m_active = false;
+};
+
+} // namespace zorvane::ui
