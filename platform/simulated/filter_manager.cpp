@@ -74,24 +74,20 @@ void SimulatedFilterManager::setLocalizedDescription(const QString &description)
 
 void SimulatedFilterManager::run(Work work, Job succeeded, Completion done)
 {
-    // The work starts at once; its answer follows on the same queue, so behind it, and only after a
-    // turn of the main loop, so that the call has returned by then.
+    // The work starts at once. Its answer follows after a turn of the main loop, so that the call
+    // has returned by then, behind what was asked for before, and from a thread of the system's.
     auto error = std::make_shared<std::optional<PlatformError>>();
     m_queue->add([work = std::move(work), error] { *error = work(); });
-    m_scheduler.after(answerDelay,
-        [this, alive = m_lifetime.watch(), error, succeeded = std::move(succeeded),
-            done = std::move(done)] {
-            if (!alive.expired())
-                m_queue->add([this, alive, error, succeeded, done] {
-                    m_scheduler.post([alive, error, succeeded, done] {
-                        if (alive.expired())
-                            return;
-                        if (!*error)
-                            succeeded();
-                        done(*error);
-                    });
-                });
+    auto finish = onMainThread(m_scheduler, m_lifetime.watch(),
+        [this, error, succeeded = std::move(succeeded), done = std::move(done)] {
+            if (!*error)
+                succeeded();
+            m_queue->add([error, done] { done(*error); });
         });
+    m_scheduler.after(answerDelay, [this, alive = m_lifetime.watch(), finish = std::move(finish)] {
+        if (!alive.expired())
+            m_queue->add(finish);
+    });
 }
 
 std::optional<PlatformError> SimulatedFilterManager::loadNow(FilterConfiguration &loaded) const

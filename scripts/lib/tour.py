@@ -46,13 +46,12 @@ class Guide:
         self.folder.mkdir()
         for application in bundles.APPLICATIONS:
             bundles.build(application, self.folder)
-        bundles.fill(self.folder / "Harbor Sync.app")
         (self.folder / "letter.txt").write_text("Dear reader\n")
         environment = dark_colors(desktop.folder / "home") if scene.dark else {}
         self.zorvane = Zorvane(
             desktop, program, scene.preferences, scene.system, SCALE, environment
         )
-        self.zorvane.window.place(700, 60)
+        self.zorvane.window.place(1060, 60)
         self.files = FileManager(desktop, self.folder)
         self._shown = self.zorvane.window
 
@@ -88,9 +87,12 @@ class Guide:
         self.click("Open System Settings", "push button")
         self._settings = Program("zorvane-system-settings", scale=SCALE)
         self._shown = Window("System Settings")
+        self._shown.place(20, 540)
 
     def allow(self):
-        pointer.click(*self._settings.find("Allow", "push button").center())
+        pointer.click(*self._settings.spot("Allow", "push button"))
+        self._settings.find("Allowed and active")
+        self._shown.close()
 
     def picture(self, file):
         """The window, once it has come to rest; what never rests is taken as it stands."""
@@ -149,7 +151,8 @@ def first_day(dark=False):
             ("protection-on", "Allowed: protection is on and the application is blocked.",
              lambda guide: (guide.allow(), guide.look("Protection on"))),
             ("adding", "A big bundle is being inspected; the window stays usable.",
-             lambda guide: (guide.hover("Harbor Sync.app"), guide.drop(),
+             lambda guide: (bundles.fill(guide.folder / "Harbor Sync.app"),
+                            guide.hover("Harbor Sync.app"), guide.drop(),
                             guide.look("Adding application"))),
             ("list", "Several applications, sorted by name.",
              lambda guide: (guide.zorvane.screen.find("Harbor Sync", "list item", 120),
@@ -191,7 +194,7 @@ SCENES = (
 def take(program, folder):
     """Takes the whole tour; returns the pictures' names and accounts."""
     pictures = []
-    with Desktop(2400, 1500) as desktop:
+    with Desktop(2600, 1500) as desktop:
         for scene in SCENES:
             guide = Guide(desktop, program, scene)
             try:

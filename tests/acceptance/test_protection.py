@@ -2,6 +2,7 @@
 
 from acceptance import AcceptanceTest, bundles, key, main
 from accessibility import Program
+from windows import Window
 import pointer
 
 
@@ -40,9 +41,10 @@ class Protection(AcceptanceTest):
 
         self.zorvane.screen.find("Finish enabling protection")
         self.zorvane.click("Open System Settings", "push button")
+        self.addCleanup(Window("System Settings").close)
         settings = Program("zorvane-system-settings")
         self.assertFalse(self.zorvane.filter_configuration().get("isEnabled", False))
-        pointer.click(*settings.find("Allow", "push button").center())
+        pointer.click(*settings.spot("Allow", "push button"))
 
         self.wait_for_filter(True, key("Quill Mail"))
         self.zorvane.screen.find("Protection on")

@@ -62,35 +62,56 @@ class Program:
         wait_for(self._root, f"{name} on the accessibility bus", seconds)
 
     def showing(self, name=None, role=None):
-        """All visible elements of this name and role."""
-        root = self._root()
-        if not root:
+        """All visible elements of this name and role; none while the window is being rebuilt."""
+        try:
+            root = self._root()
+            return [
+                node
+                for node in (root.walk() if root else ())
+                if (name is None or node.name == name)
+                and (role is None or node.role == role)
+                and node.has_state("showing")
+            ]
+        except _glib_error():
             return []
-        return [
-            node
-            for node in root.walk()
-            if (name is None or node.name == name)
-            and (role is None or node.role == role)
-            and node.has_state("showing")
-        ]
 
     def find(self, name=None, role=None, seconds=30):
         """The first of them, waited for."""
         what = f'"{name}" ({role or "any role"}) in {self.name}'
         return wait_for(lambda: self.showing(name, role), what, seconds)[0]
 
+    def spot(self, name=None, role=None, seconds=30):
+        """The middle of that element in pixels of the screen, once it stands still."""
+        seen = []
+
+        def rests():
+            found = self.showing(name, role)
+            seen.append(found[0].extents() if found else None)
+            return found and seen[-2:-1] == seen[-1:] and found[0]
+
+        return wait_for(rests, f'"{name}" in {self.name} to stand still', seconds).center()
+
     def describe(self):
-        """The whole tree as text, for reports of failures."""
-        root = self._root()
-        return "\n".join(f"{node.role}: {node.name!r}" for node in root.walk()) if root else ""
+        """What is visible, as text, for reports of failures."""
+        return "\n".join(f"{node.role}: {node.name!r}" for node in self.showing())
 
     def _root(self):
-        desktop = _pyatspi().Registry.getDesktop(0)
-        desktop.clear_cache()
-        for node in Node(desktop, self._scale).children():
-            if node.name == self.name:
-                return node
+        try:
+            desktop = _pyatspi().Registry.getDesktop(0)
+            desktop.clear_cache()
+            for node in Node(desktop, self._scale).children():
+                if node.name == self.name:
+                    return node
+        except _glib_error():
+            pass
         return None
+
+
+def _glib_error():
+    """What reading an element raises that is no more."""
+    from gi.repository import GLib
+
+    return GLib.Error
 
 
 def _pyatspi():

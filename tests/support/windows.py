@@ -4,6 +4,7 @@ import re
 import subprocess
 
 from desktop import output, wait_for
+import pointer
 
 
 class Window:
@@ -31,7 +32,13 @@ class Window:
         subprocess.run(["xdotool", "windowsize", self.id, str(width), str(height)], check=True)
 
     def activate(self):
-        subprocess.run(["xdotool", "windowactivate", self.id], check=True)
+        subprocess.run(["xdotool", "windowactivate", "--sync", self.id], check=True)
+
+    def close(self):
+        """As its close button does."""
+        self.activate()
+        pointer.key("alt+F4")
+        wait_for(lambda: not is_open(self.title), f'"{self.title}" to close')
 
     def picture(self, file):
         """Writes what the window shows as a PNG."""

@@ -66,10 +66,10 @@ class Zorvane:
 
     def drop_zone(self):
         """The middle of the drop zone, in pixels of the screen."""
-        return self.screen.find("Drop zone for an application").center()
+        return self.screen.spot("Drop zone for an application")
 
     def click(self, name, role=None):
-        pointer.click(*self.screen.find(name, role).center())
+        pointer.click(*self.screen.spot(name, role))
 
     def close(self):
         self._desktop.stop(self.process)
