@@ -36,11 +36,12 @@ public:
 
     void moveTo(const QPoint &place) { m_place = place; }
 
+    /** As the system tells it: entering is followed by a first move. */
     bool enter()
     {
         QDragEnterEvent event(m_place, offered, &m_data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(m_fixture.window(), &event);
-        return event.isAccepted();
+        return move();
     }
 
     bool move()

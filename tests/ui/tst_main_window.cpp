@@ -104,7 +104,7 @@ private Q_SLOTS:
     {
         WindowFixture fixture;
         fixture.requireInstallation();
-        QTRY_VERIFY(panelOf(fixture, u"installationPanel"_s) != nullptr);
+        QVERIFY(fixture.waitUntilGrown(u"installationPanel"_s));
         const auto *const panel = panelOf(fixture, u"installationPanel"_s);
         QCOMPARE(panel->property("radius").toReal(), 16.0);
         QCOMPARE(panel->property("padding").toReal(), 18.0);
@@ -125,7 +125,7 @@ private Q_SLOTS:
         WindowFixture fixture;
         fixture.requireInstallation();
         // Panels grow into place; a click has to wait for that.
-        QTRY_COMPARE(fixture.item(u"installationPanel"_s)->property("progress").toReal(), 1.0);
+        QVERIFY(fixture.waitUntilGrown(u"installationPanel"_s));
         fixture.click(fixture.button(u"Open Finder Folders"_s));
         QCOMPARE(fixture.platform.actions.calls,
             (QStringList{u"folder /Users/someone/Downloads"_s, u"folder /Applications"_s}));
@@ -137,7 +137,7 @@ private Q_SLOTS:
     {
         WindowFixture fixture;
         fixture.awaitApproval();
-        QTRY_VERIFY(panelOf(fixture, u"approvalPanel"_s) != nullptr);
+        QVERIFY(fixture.waitUntilGrown(u"approvalPanel"_s));
         const auto *const panel = panelOf(fixture, u"approvalPanel"_s);
         QCOMPARE(panel->property("radius").toReal(), 16.0);
         QCOMPARE(panel->property("padding").toReal(), 18.0);
@@ -160,7 +160,7 @@ private Q_SLOTS:
     {
         WindowFixture fixture;
         fixture.awaitApproval();
-        QTRY_COMPARE(fixture.item(u"approvalPanel"_s)->property("progress").toReal(), 1.0);
+        QVERIFY(fixture.waitUntilGrown(u"approvalPanel"_s));
         fixture.click(fixture.button(u"Open System Settings"_s));
         QCOMPARE(fixture.platform.actions.calls, QStringList{u"settings"_s});
         // The refresh of a program that waits asks for the activation again. One is outstanding, so
@@ -193,7 +193,7 @@ private Q_SLOTS:
     {
         WindowFixture fixture;
         fixture.awaitApproval();
-        QTRY_COMPARE(fixture.item(u"approvalPanel"_s)->property("progress").toReal(), 1.0);
+        QVERIFY(fixture.waitUntilGrown(u"approvalPanel"_s));
         const auto panel = inWindow(panelOf(fixture, u"approvalPanel"_s));
         const auto zone = inWindow(fixture.item(u"dropZone"_s));
         QCOMPARE(zone.top() - panel.bottom(), 12.0);

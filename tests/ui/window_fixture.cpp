@@ -155,6 +155,14 @@ QList<QQuickItem *> WindowFixture::items(
     return found;
 }
 
+bool WindowFixture::waitUntilGrown(const QString &name) const
+{
+    return QTest::qWaitFor([&] {
+        const auto *const grown = item(name);
+        return grown != nullptr && grown->property("progress").toReal() >= 1;
+    });
+}
+
 void WindowFixture::click(QQuickItem *item) const
 {
     const auto centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));

@@ -50,6 +50,8 @@ public:
     [[nodiscard]] QList<QQuickItem *> items(
         const std::function<bool(const QQuickItem *)> &wanted) const;
     void click(QQuickItem *item) const;
+    /** Waits until the panel or label of this name has grown to its full size. */
+    [[nodiscard]] bool waitUntilGrown(const QString &name) const;
 
     FakePlatform platform;
     std::unique_ptr<app::AppBlockStore> store;

@@ -3,7 +3,7 @@ import QtQuick
 import Zorvane.Ui
 
 /* Header, explanations and the list. */
-Item {
+FocusScope {
     id: root
 
     required property AppBlockStore store

@@ -110,14 +110,25 @@ Item {
     }
 
     DropArea {
+        id: area
+
+        readonly property bool wanted: containsDrag && !root.adding
+
         anchors.fill: parent
+        onWantedChanged: root.store.isDropTargeted = wanted
+
+        // A drag that waits here while an application is being added is welcome when that is done,
+        // and it enters only once; so it is let in, and refused as long as need be.
         onEntered: drag => {
+            if (drag.urls.length === 0)
+                drag.accepted = false;
+        }
+        onPositionChanged: drag => {
             if (root.refuses(drag))
                 drag.accepted = false;
             else
                 drag.accept(Qt.CopyAction);
         }
-        onContainsDragChanged: root.store.isDropTargeted = containsDrag
         onDropped: drop => {
             if (root.refuses(drop)) {
                 drop.accepted = false;

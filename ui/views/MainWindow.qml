@@ -18,13 +18,31 @@ Window {
     minimumWidth: 680
     minimumHeight: 560
 
+    /* Whoever had the keyboard before a box came up has it again. */
+    function giveFocusBack(): void {
+        if (guide.item !== null && root.onboarding.showingOnboarding)
+            guide.item.forceActiveFocus();
+        else
+            page.forceActiveFocus();
+    }
+
     ContentView {
+        id: page
+
         anchors.fill: parent
         enabled: !alert.open && !root.onboarding.showingOnboarding
         store: root.store
         applications: root.applications
         system: root.system
         onHelpRequested: root.onboarding.show()
+    }
+
+    Connections {
+        function onShowingOnboardingChanged(): void {
+            Qt.callLater(root.giveFocusBack);
+        }
+
+        target: root.onboarding
     }
 
     Lazy {
@@ -55,5 +73,9 @@ Window {
         title: "Zorvane"
         message: root.store.alertMessage
         onDismissed: root.store.dismissAlert()
+        onOpenChanged: {
+            if (!open)
+                Qt.callLater(root.giveFocusBack);
+        }
     }
 }
