@@ -42,7 +42,7 @@ private Q_SLOTS:
         QVERIFY(fixture.waitUntilGrown(u"approvalPanel"_s));
         QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
         QStringList visited;
-        for (int times = 0; times < 8; ++times) {
+        for (int times = 0; times < 9; ++times) {
             QTest::keyClick(fixture.window(), Qt::Key_Tab);
             const auto *const item = fixture.window()->activeFocusItem();
             visited << accessibleName(item);
