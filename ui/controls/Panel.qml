@@ -10,7 +10,8 @@ Rectangle {
     required property real strokeOpacity
     default property alias content: inside.data
 
-    height: inside.childrenRect.height + 2 * padding
+    // Whole points: what follows must stand at its stated distance.
+    height: Math.ceil(inside.childrenRect.height + 2 * padding)
     radius: 16
     color: Theme.faded(accent, fillOpacity)
     border.width: 1

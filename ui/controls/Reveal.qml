@@ -13,6 +13,7 @@ Item {
     property real gap: 12
     property real progress: shown ? 1 : 0
 
+    enabled: shown
     visible: progress > 0
     height: visible ? Math.round(progress * (inside.height + gap)) : 0
     opacity: progress

@@ -25,7 +25,9 @@ Pressable {
     Rectangle {
         anchors.fill: parent
         radius: height / 2
-        color: Theme.switchEdge
+        color: "transparent"
+        border.width: 0.5
+        border.color: Theme.switchEdge
     }
 
     Rectangle {

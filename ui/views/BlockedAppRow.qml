@@ -26,12 +26,13 @@ FocusScope {
     Accessible.name: name
     Accessible.description: identifiers
 
-    Keys.onDeletePressed: removeRequested()
+    // A key that is held down removes one application, not all that follow.
     Keys.onPressed: event => {
-        if (event.key !== Qt.Key_Backspace)
+        if (event.key !== Qt.Key_Delete && event.key !== Qt.Key_Backspace)
             return;
         event.accepted = true;
-        root.removeRequested();
+        if (!event.isAutoRepeat)
+            root.removeRequested();
     }
 
     Rectangle {

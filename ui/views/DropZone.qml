@@ -27,6 +27,13 @@ Item {
         }
     }
 
+    /* From one colour to the other as far as the highlight has come. */
+    function blended(resting: color, highlighted: color): color {
+        const part = root.highlight;
+        const mixed = (from, to) => from + (to - from) * part;
+        return Qt.rgba(mixed(resting.r, highlighted.r), mixed(resting.g, highlighted.g), mixed(resting.b, highlighted.b), mixed(resting.a, highlighted.a));
+    }
+
     Behavior on highlight  {
         NumberAnimation {
             duration: Motion.dropZone
@@ -38,13 +45,14 @@ Item {
         objectName: "dropZoneFill"
         anchors.fill: parent
         radius: 20
-        color: root.targeted ? Theme.blueSolid : Theme.faded(Theme.blue, 0.06)
+        color: root.blended(Theme.faded(Theme.blue, 0.06), Theme.blueSolid)
     }
 
     Rectangle {
         objectName: "dropZoneOutline"
         anchors.fill: parent
-        visible: root.targeted
+        visible: root.highlight > 0
+        opacity: root.highlight
         radius: 20
         color: "transparent"
         border.width: 1.5
@@ -54,7 +62,8 @@ Item {
     DashedFrame {
         objectName: "dropZoneDashes"
         anchors.fill: parent
-        visible: !root.targeted
+        visible: root.highlight < 1
+        opacity: 1 - root.highlight
         radius: 20
         lineWidth: 1.5
         color: Theme.faded(Theme.blue, 0.45)
@@ -90,7 +99,7 @@ Item {
             horizontalAlignment: Text.AlignHCenter
             text: root.adding ? "Adding application" : "Drop an app here"
             font: Type.headline
-            color: root.targeted ? "#ffffff" : Theme.primary
+            color: root.blended(Theme.primary, "#ffffff")
         }
 
         Item {
@@ -105,7 +114,7 @@ Item {
             wrapMode: Text.Wrap
             text: root.adding ? "Discovering helpers and background processes without blocking the interface." : "Choose an app in Finder to block its new network connections."
             font: Type.subheadline
-            color: root.targeted ? "#ffffff" : Theme.secondary
+            color: root.blended(Theme.secondary, "#ffffff")
         }
     }
 
