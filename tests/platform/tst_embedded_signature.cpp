@@ -144,17 +144,27 @@ private Q_SLOTS:
     }
     void tellsTheTeamOfTheWinner() { checkRow(); }
 
-    void everyCutFileIsReadWithinItsBounds()
+    void aCutFileIsReadWithinItsBounds_data()
     {
-        const QByteArray file = universal({{{cpuX86_64, 3, named("intel")},
-            {cpuArm64, 0, programWith(signature({.team = "T"}))}}});
-        const QString whole = readingOf(file);
-        QCOMPARE(whole, u"com.example.Tool of T"_s);
-        for (qsizetype size = 0; size < file.size(); ++size) {
+        const QByteArray thin = programWith(signature({.team = "T"}));
+        const QByteArray twoSlices
+            = universal({{{cpuX86_64, 3, named("intel")}, {cpuArm64, 0, thin}}});
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<int>("step");
+        QTest::newRow("thin") << thin << 1;
+        // Most of it is padding.
+        QTest::newRow("universal") << twoSlices << 61;
+    }
+    void aCutFileIsReadWithinItsBounds()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(int, step);
+        const QString whole = u"com.example.Tool of T"_s;
+        QCOMPARE(readingOf(file), whole);
+        const QStringList possible{notMachO, noCode, absent, damaged, whole};
+        for (qsizetype size = 0; size < file.size(); size += step) {
             // A copy of its own, so that a sanitizer sees a read behind its end.
-            const QString reading = readingOf(QByteArray(file.constData(), size));
-            QVERIFY(
-                reading == notMachO || reading == noCode || reading == damaged || reading == whole);
+            QVERIFY(possible.contains(readingOf(QByteArray(file.constData(), size))));
         }
     }
 

@@ -38,7 +38,10 @@ std::uint32_t neededSlots(const DirectoryForm &form)
     const std::uint64_t limit = form.longCodeLimit != 0 ? form.longCodeLimit : form.codeLimit;
     if (form.pageShift == 0)
         return limit > 0 ? 1 : 0;
-    return limit == 0 ? 0 : static_cast<std::uint32_t>(((limit - 1) >> form.pageShift) + 1);
+    if (limit == 0)
+        return 0;
+    return form.pageShift < 64 ? static_cast<std::uint32_t>(((limit - 1) >> form.pageShift) + 1)
+                               : 1;
 }
 
 } // namespace
