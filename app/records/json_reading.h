@@ -116,6 +116,8 @@ auto decode(QByteArrayView text, Read read)
 {
     if (text.startsWith("\xEF\xBB\xBF"))
         text = text.sliced(3);
+    if (text.isEmpty())
+        return std::nullopt;
     simdjson::dom::parser parser;
     Element root;
     if (parser.parse(text.data(), static_cast<size_t>(text.size())).get(root) != simdjson::SUCCESS)

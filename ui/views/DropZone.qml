@@ -99,7 +99,7 @@ Item {
             horizontalAlignment: Text.AlignHCenter
             text: root.adding ? "Adding application" : "Drop an app here"
             font: Type.headline
-            color: root.blended(Theme.primary, "#ffffff")
+            color: root.blended(Theme.primary, Theme.white(1))
         }
 
         Item {
@@ -114,7 +114,7 @@ Item {
             wrapMode: Text.Wrap
             text: root.adding ? "Discovering helpers and background processes without blocking the interface." : "Choose an app in Finder to block its new network connections."
             font: Type.subheadline
-            color: root.blended(Theme.secondary, "#ffffff")
+            color: root.blended(Theme.secondary, Theme.white(1))
         }
     }
 
