@@ -1,4 +1,3 @@
-#include "platform/simulated/preferences.h"
 #include "platform/simulated/property_list.h"
 #include "state_folder.h"
 
@@ -12,6 +11,8 @@ namespace
 {
 
 const QString fileName = u"preferences/dev.kestrelworks.Zorvane.plist"_s;
+
+constexpr int patience = 100'000; // milliseconds; sanitizers on a busy machine take their time
 
 } // namespace
 
@@ -29,7 +30,7 @@ private Q_SLOTS:
         start(one, folder, {u"one"_s, QString::number(count)});
         start(other, folder, {u"other"_s, QString::number(count)});
         for (QProcess *process : {&one, &other}) {
-            QVERIFY(process->waitForFinished());
+            QVERIFY(process->waitForFinished(patience));
             QCOMPARE(process->exitCode(), 0);
         }
         const QVariantMap stored = readPropertyList(folder.read(fileName)).toMap();
@@ -45,11 +46,11 @@ private Q_SLOTS:
     {
         constexpr int rounds = 25;
         const StateFolder folder;
-        makeStandardPreferences(*folder.system())->setBoolean(u"kept"_s, true);
+        writeOneKey(folder, u"kept"_s);
         for (int round = 0; round < rounds; ++round) {
             QProcess writer;
             start(writer, folder, {});
-            QVERIFY(writer.waitForReadyRead()); // the first value is there
+            QVERIFY(writer.waitForReadyRead(patience)); // the first value is there
             QTest::qSleep(round % 10); // and the kill hits some moment of a later write
             writer.kill();
             QVERIFY(writer.waitForFinished());
@@ -58,16 +59,24 @@ private Q_SLOTS:
             const QByteArray list = stored.value(u"list"_s).toByteArray();
             QCOMPARE(list.size(), 300'000);
             QCOMPARE(list.count(list.front()), list.size());
-            QVERIFY(stored.value(u"kept"_s).toBool());
+            QVERIFY(stored.contains(u"kept0"_s));
         }
         // Neither a lock nor a half-written file is left in the way.
-        makeStandardPreferences(*folder.system())->setBoolean(u"after"_s, true);
-        QVERIFY(readPropertyList(folder.read(fileName)).toMap().value(u"after"_s).toBool());
+        writeOneKey(folder, u"after"_s);
+        QVERIFY(readPropertyList(folder.read(fileName)).toMap().contains(u"after0"_s));
         const QStringList files = QDir(folder.filePath(u"preferences"_s)).entryList(QDir::Files);
         QCOMPARE(files, QStringList{u"dev.kestrelworks.Zorvane.plist"_s});
     }
 
 private:
+    static void writeOneKey(const StateFolder &folder, const QString &prefix)
+    {
+        QProcess writer;
+        start(writer, folder, {prefix, u"1"_s});
+        QVERIFY(writer.waitForFinished(patience));
+        QCOMPARE(writer.exitCode(), 0);
+    }
+
     static void start(QProcess &process, const StateFolder &folder, const QStringList &arguments)
     {
         process.setProcessChannelMode(QProcess::ForwardedErrorChannel);

@@ -42,14 +42,14 @@ public:
     /** The next line that it says; empty if it ended or says nothing for a while. */
     QByteArray line()
     {
-        while (!m_process.canReadLine() && m_process.waitForReadyRead(10'000)) { }
+        while (!m_process.canReadLine() && m_process.waitForReadyRead(30'000)) { }
         return m_process.readLine().trimmed();
     }
 
     /** Waits for its end. */
     int exitStatus()
     {
-        if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(10'000))
+        if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(30'000))
             return -1;
         return m_process.exitCode();
     }
