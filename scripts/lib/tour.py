@@ -116,8 +116,8 @@ class Guide:
 
 
 def dark_colors(home):
-    """A dark colour scheme as KDE's settings keep it, and the environment of a KDE desktop, on which
-    Qt follows them."""
+    """A dark colour scheme as KDE's settings keep it, and the environment of a KDE desktop, on
+    which Qt follows them."""
     settings = home / ".config/kdeglobals"
     settings.parent.mkdir(parents=True, exist_ok=True)
     settings.write_text(

@@ -32,9 +32,8 @@ class Node:
 
     def has_state(self, state):
         """state as AT-SPI names it: "showing", "checked", "focused" ..."""
-        return any(
-            _pyatspi().stateToString(each) == state for each in self._accessible.getState().getStates()
-        )
+        states = self._accessible.getState().getStates()
+        return any(_pyatspi().stateToString(each) == state for each in states)
 
     def extents(self):
         """Left, top, width and height in pixels of the screen."""
