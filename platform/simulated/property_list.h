@@ -7,7 +7,7 @@ namespace zorvane::platform::simulated
 {
 
 /** The longest property list that is read, in bytes. */
-inline constexpr qsizetype propertyListSizeLimit = 64 * 1024 * 1024;
+inline constexpr qsizetype propertyListSizeLimit = qsizetype{64} * 1024 * 1024;
 
 /**
  * Reads a property list: XML, binary ("bplist00"), or the old text form, of which a strings table

@@ -111,6 +111,7 @@ private Q_SLOTS:
         constexpr int count = 8;
         const StateFolder folder;
         std::vector<std::unique_ptr<Start>> starts;
+        starts.reserve(count);
         for (int i = 0; i < count; ++i)
             starts.push_back(std::make_unique<Start>(folder.filePath(QString())));
         int firsts = 0;

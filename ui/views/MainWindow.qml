@@ -20,10 +20,20 @@ Window {
 
     /* Whoever had the keyboard before a box came up has it again. */
     function giveFocusBack(): void {
+        if (alert.open)
+            return;
         if (guide.item !== null && root.onboarding.showingOnboarding)
             guide.item.forceActiveFocus();
         else
             page.forceActiveFocus();
+    }
+
+    // In the next turn, when what a box had disabled can take the focus again.
+    Timer {
+        id: afterBox
+
+        interval: 0
+        onTriggered: root.giveFocusBack()
     }
 
     ContentView {
@@ -39,7 +49,7 @@ Window {
 
     Connections {
         function onShowingOnboardingChanged(): void {
-            Qt.callLater(root.giveFocusBack);
+            afterBox.restart();
         }
 
         target: root.onboarding
@@ -75,7 +85,7 @@ Window {
         onDismissed: root.store.dismissAlert()
         onOpenChanged: {
             if (!open)
-                Qt.callLater(root.giveFocusBack);
+                afterBox.restart();
         }
     }
 }
