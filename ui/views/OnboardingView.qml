@@ -6,7 +6,7 @@ import Zorvane.Ui
 ModalLayer {
     id: root
 
-    required property var steps
+    required property list<var> steps
     property int currentStep: 0
     readonly property bool onLastStep: currentStep === steps.length - 1
 
@@ -69,14 +69,14 @@ ModalLayer {
             visible: opacity > 0
             scale: current ? 1 : 0.97
 
-            Behavior on opacity  {
+            Behavior on opacity {
                 NumberAnimation {
                     duration: Motion.page
                     easing.type: Easing.OutCubic
                 }
             }
 
-            Behavior on scale  {
+            Behavior on scale {
                 NumberAnimation {
                     duration: Motion.page
                     easing.type: Easing.OutCubic
@@ -130,7 +130,7 @@ ModalLayer {
                 radius: 3.5
                 color: current ? Theme.blue : Theme.faded(Theme.secondary, 0.25 * Theme.secondary.a)
 
-                Behavior on width  {
+                Behavior on width {
                     NumberAnimation {
                         duration: Motion.page
                         easing.type: Easing.OutCubic

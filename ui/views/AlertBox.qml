@@ -1,0 +1,95 @@
+import QtQuick
+
+/* The alert itself. Return and Escape both press its button. */
+ModalLayer {
+    id: root
+
+    required property string title
+    required property string message
+    property string shownMessage: message
+
+    signal dismissed
+
+    function dismiss(event: KeyEvent): void {
+        event.accepted = true;
+        if (root.open && !event.isAutoRepeat)
+            root.dismissed();
+    }
+
+    boxWidth: 280
+    boxHeight: inside.height + 32
+    boxRadius: 12
+    boxOffset: -20
+    shadowBlur: 20
+    shadowDown: 12
+    shadowStrength: Theme.dark ? 0.60 : 0.35
+
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: title
+    Accessible.description: shownMessage
+
+    Keys.onReturnPressed: event => root.dismiss(event)
+    Keys.onEnterPressed: event => root.dismiss(event)
+    Keys.onEscapePressed: event => root.dismiss(event)
+    Keys.onTabPressed: button.forceActiveFocus(Qt.TabFocusReason)
+    Keys.onBacktabPressed: button.forceActiveFocus(Qt.BacktabFocusReason)
+
+    // While it fades out, the text that was read stays.
+    onMessageChanged: {
+        if (message !== "")
+            shownMessage = message;
+    }
+
+    Column {
+        id: inside
+
+        x: 16
+        y: 16
+        width: parent.width - 32
+
+        OwnIcon {
+            anchors.horizontalCenter: parent.horizontalCenter
+            side: 64
+        }
+
+        Item {
+            width: 1
+            height: 14
+        }
+
+        Label {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: root.title
+            font: Type.alertTitle
+        }
+
+        Item {
+            width: 1
+            height: 8
+        }
+
+        Label {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            lineHeight: 1.15
+            text: root.shownMessage
+            font: Type.subheadline
+        }
+
+        Item {
+            width: 1
+            height: 16
+        }
+
+        Button {
+            id: button
+
+            width: parent.width
+            prominent: true
+            text: "OK"
+            onClicked: root.dismissed()
+        }
+    }
+}

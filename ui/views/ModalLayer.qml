@@ -1,0 +1,79 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+
+/*
+ * Something that has to be answered before anything else: a box over the dimmed window. It fades in
+ * and out; its owner builds it while `open` or `fading`.
+ */
+FocusScope {
+    id: root
+
+    required property bool open
+    readonly property bool fading: opacity > 0
+    property real boxWidth
+    property real boxHeight
+    property real boxRadius
+    property real boxOffset: 0
+    property real shadowBlur
+    property real shadowDown
+    property real shadowStrength
+    default property alias content: box.data
+
+    enabled: open
+    opacity: 0
+
+    Component.onCompleted: {
+        forceActiveFocus();
+        opacity = Qt.binding(() => root.open ? 1 : 0);
+    }
+    onOpenChanged: {
+        if (open)
+            forceActiveFocus();
+    }
+
+    Behavior on opacity {
+        NumberAnimation {
+            duration: root.open ? Motion.modalIn : Motion.modalOut
+            easing.type: Easing.OutCubic
+        }
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.dim
+
+        MouseArea {
+            anchors.fill: parent
+            hoverEnabled: true
+            preventStealing: true
+            onWheel: wheel => wheel.accepted = true
+        }
+    }
+
+    Rectangle {
+        id: box
+
+        anchors.centerIn: parent
+        anchors.verticalCenterOffset: root.boxOffset
+        width: root.boxWidth
+        height: root.boxHeight
+        radius: root.boxRadius
+        color: Theme.sheet
+        scale: 0.96 + 0.04 * root.opacity
+
+        Shadow {
+            blur: root.shadowBlur
+            down: root.shadowDown
+            strength: root.shadowStrength
+            radius: root.boxRadius
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: "transparent"
+            border.width: Theme.sheetEdgeWidth
+            border.color: Theme.sheetEdge
+        }
+    }
+}

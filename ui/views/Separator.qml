@@ -1,0 +1,7 @@
+import QtQuick
+
+Rectangle {
+    width: parent === null ? 0 : parent.width
+    height: 1
+    color: Theme.separator
+}
