@@ -1,7 +1,5 @@
-#include "app/app_block_store.h"
-#include "app/records/blocked_application_json.h"
-#include "fakes/fake_platform.h"
 #include "sample_applications.h"
+#include "store_fixture.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -12,53 +10,6 @@ using namespace zorvane::tests;
 using app::AppBlockStore;
 using records::BlockedApplication;
 
-namespace
-{
-
-const QString listKey = u"blockedApplications"_s;
-
-/** A system with a stored list, not yet loaded by any store. */
-struct Fixture {
-    FakePlatform system;
-
-    Fixture() { QLocale::setDefault(QLocale(QLocale::English)); }
-
-    void storeList(const QList<BlockedApplication> &applications)
-    {
-        system.preferences.values.insert(listKey, records::encodedApplications(applications));
-    }
-
-    [[nodiscard]] QList<BlockedApplication> storedList() const
-    {
-        const auto bytes = system.preferences.data(listKey);
-        return bytes ? records::decodedApplications(*bytes).value_or(QList<BlockedApplication>())
-                     : QList<BlockedApplication>();
-    }
-
-    [[nodiscard]] std::unique_ptr<AppBlockStore> loadedStore()
-    {
-        auto store = std::make_unique<AppBlockStore>(system.ports);
-        system.scheduler.settle();
-        return store;
-    }
-
-    void drop(AppBlockStore &store, const QString &path)
-    {
-        store.addApplication(QUrl::fromLocalFile(path));
-        system.scheduler.settle();
-    }
-};
-
-QStringList names(const AppBlockStore &store)
-{
-    QStringList result;
-    for (const BlockedApplication &application : store.applications())
-        result.append(application.name);
-    return result;
-}
-
-} // namespace
-
 class TestAppBlockStore : public QObject
 {
     Q_OBJECT
@@ -66,7 +17,7 @@ class TestAppBlockStore : public QObject
 private Q_SLOTS:
     void addsADroppedApplication()
     {
-        Fixture f;
+        StoreFixture f;
         f.system.addBundle(
             u"/Applications/Tool.app"_s, u"com.example.Tool"_s, u"TEAM"_s, u"Tool"_s);
         const auto store = f.loadedStore();
@@ -84,7 +35,7 @@ private Q_SLOTS:
 
     void readsNothingInItsConstructor()
     {
-        Fixture f;
+        StoreFixture f;
         f.storeList({sampleApplication(u"Tool"_s, u"com.example.Tool"_s)});
         const AppBlockStore store(f.system.ports);
         QVERIFY(store.applications().isEmpty());
@@ -96,7 +47,7 @@ private Q_SLOTS:
 
     void aSecondDropDuringAnAdditionDoesNothing()
     {
-        Fixture f;
+        StoreFixture f;
         f.system.addBundle(u"/A.app"_s, u"com.example.A"_s);
         f.system.addBundle(u"/B.app"_s, u"com.example.B"_s);
         const auto store = f.loadedStore();
@@ -112,7 +63,7 @@ private Q_SLOTS:
 
     void refusesASecondRecordWithTheSameSigningIdentifier()
     {
-        Fixture f;
+        StoreFixture f;
         f.system.preferences.values.insert(u"protectionRequested"_s, false);
         f.storeList({sampleApplication(u"Old"_s, u"com.example.Tool"_s)});
         f.system.addBundle(
@@ -126,7 +77,7 @@ private Q_SLOTS:
 
     void refusesItsOwnBundle()
     {
-        Fixture f;
+        StoreFixture f;
         f.system.addBundle(u"/Applications/Zorvane.app"_s, u"dev.kestrelworks.Zorvane"_s);
         const auto store = f.loadedStore();
         f.drop(*store, u"/Applications/Zorvane.app"_s);
@@ -136,7 +87,7 @@ private Q_SLOTS:
 
     void refusesABundleWhoseHelperIsOwn()
     {
-        Fixture f;
+        StoreFixture f;
         const auto store = f.loadedStore();
         auto application = sampleApplication(u"Wrapper"_s, u"com.example.Wrapper"_s);
         application.auxiliaryCodeIdentities
@@ -148,7 +99,7 @@ private Q_SLOTS:
 
     void refusesABundleWithTheRunningBundlesIdentifier()
     {
-        Fixture f;
+        StoreFixture f;
         f.system.mainBundle.bundleIdentifier = u"org.example.Renamed"_s;
         const auto store = f.loadedStore();
         store->add(sampleApplication(u"Renamed"_s, u"org.example.Renamed"_s));
@@ -157,7 +108,7 @@ private Q_SLOTS:
 
     void sortsAlphaBeforeBeta()
     {
-        Fixture f;
+        StoreFixture f;
         const auto store = f.loadedStore();
         store->add(sampleApplication(u"Beta"_s, u"com.example.Beta"_s));
         store->add(sampleApplication(u"alpha"_s, u"com.example.alpha"_s));
@@ -181,7 +132,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, path);
         QFETCH(QString, message);
-        Fixture f;
+        StoreFixture f;
         f.system.bundles.information.insert(u"/Nameless.app"_s, {});
         f.system.bundles.information.insert(
             u"/Unsigned.app"_s, {{u"CFBundleIdentifier"_s, u"com.example.Unsigned"_s}});
@@ -204,7 +155,7 @@ private Q_SLOTS:
     void endsFileAccessOnlyWhereItWasGranted()
     {
         QFETCH(bool, granted);
-        Fixture f;
+        StoreFixture f;
         f.system.fileAccess.grants = granted;
         const auto store = f.loadedStore();
         store->addApplication(QUrl::fromLocalFile(u"/A.app"_s));
@@ -217,7 +168,7 @@ private Q_SLOTS:
     void tellsTheSchedulerHowUrgentItsWorkIs()
     {
         using platform::Priority;
-        Fixture f;
+        StoreFixture f;
         auto stale = sampleApplication(u"A"_s, u"com.example.A"_s);
         stale.inspectionVersion = 4;
         f.storeList({stale});
@@ -231,7 +182,7 @@ private Q_SLOTS:
 
     void anAdditionInspectedBeforeTheLoadWaitsForIt()
     {
-        Fixture f;
+        StoreFixture f;
         f.storeList({sampleApplication(u"Stored"_s, u"com.example.Stored"_s)});
         f.system.addBundle(u"/A.app"_s, u"com.example.A"_s);
         AppBlockStore store(f.system.ports);
@@ -248,57 +199,9 @@ private Q_SLOTS:
         QCOMPARE(f.storedList().size(), 2);
     }
 
-    void loadsTheSavedListAndTellsTheFilter()
-    {
-        Fixture f;
-        f.storeList({sampleApplication(u"Tool"_s, u"com.example.Tool"_s)});
-        f.system.filterManager.stored.enabled = true;
-        f.system.preferences.values.insert(u"protectionRequested"_s, true);
-        const auto store = f.loadedStore();
-        QVERIFY(store->hasLoadedApplications());
-        QCOMPARE(names(*store), QStringList{u"Tool"_s});
-        QCOMPARE(f.system.systemExtensions.submitted.size(), 1);
-        QVERIFY(f.system.preferences.written.isEmpty());
-    }
-
-    void anUnreadableListLoadsAsEmptyAndIsOverwrittenAtTheNextSave()
-    {
-        Fixture f;
-        f.system.preferences.values.insert(listKey, QByteArray("[{\"id\":"));
-        const auto store = f.loadedStore();
-        QVERIFY(store->hasLoadedApplications());
-        QVERIFY(store->applications().isEmpty());
-        QVERIFY(!store->alertMessage());
-        store->add(sampleApplication(u"Tool"_s, u"com.example.Tool"_s));
-        f.system.scheduler.settle();
-        QCOMPARE(f.storedList().size(), 1);
-    }
-
-    void aListWithOneRecordWithoutPathLoadsAsEmpty()
-    {
-        Fixture f;
-        QByteArray bytes = records::encodedApplications(
-            {sampleApplication(u"A"_s, u"a"_s), sampleApplication(u"B"_s, u"b"_s)});
-        const qsizetype last = bytes.lastIndexOf("\"path\"");
-        bytes.replace(last, 6, "\"lost\"");
-        f.system.preferences.values.insert(listKey, bytes);
-        const auto store = f.loadedStore();
-        QVERIFY(store->applications().isEmpty());
-    }
-
-    void dropsOwnRecordsOfOlderVersionsAndSaves()
-    {
-        Fixture f;
-        const auto tool = sampleApplication(u"Tool"_s, u"com.example.Tool"_s);
-        f.storeList({sampleApplication(u"Zorvane"_s, u"dev.kestrelworks.Zorvane"_s), tool});
-        const auto store = f.loadedStore();
-        QCOMPARE(store->applications(), QList{tool});
-        QCOMPARE(f.storedList(), QList{tool});
-    }
-
     void removesByIdAndHandsTheRulesOverWhateverTheStatus()
     {
-        Fixture f;
+        StoreFixture f;
         const auto a = sampleApplication(u"A"_s, u"a"_s);
         const auto b = sampleApplication(u"B"_s, u"b"_s);
         f.storeList({a, b});
@@ -316,7 +219,7 @@ private Q_SLOTS:
 
     void removingTheLastApplicationLeavesProtectionOn()
     {
-        Fixture f;
+        StoreFixture f;
         const auto a = sampleApplication(u"A"_s, u"a"_s);
         f.storeList({a});
         f.system.filterManager.stored.enabled = true;
@@ -330,7 +233,7 @@ private Q_SLOTS:
 
     void removingAnUnknownRecordChangesNothing()
     {
-        Fixture f;
+        StoreFixture f;
         const auto a = sampleApplication(u"A"_s, u"a"_s);
         f.storeList({a});
         const auto store = f.loadedStore();
@@ -338,79 +241,9 @@ private Q_SLOTS:
         QCOMPARE(store->applications(), QList{a});
     }
 
-    void inspectsARecordOfAnOlderVersionAgain()
-    {
-        Fixture f;
-        auto stale = sampleApplication(u"Old name"_s, u"com.example.Tool"_s);
-        stale.inspectionVersion = 4;
-        stale.path = u"/Applications/Tool.app"_s;
-        f.storeList({stale});
-        f.system.addBundle(stale.path, u"com.example.Tool"_s, u"TEAM"_s, u"New name"_s);
-        const auto store = f.loadedStore();
-        const BlockedApplication &renewed = store->applications().constFirst();
-        QCOMPARE(renewed.id, stale.id);
-        QCOMPARE(renewed.name, u"New name"_s);
-        QCOMPARE(renewed.inspectionVersion, qint64(5));
-        QCOMPARE(f.storedList(), store->applications());
-    }
-
-    void aStaleRecordWhoseBundleIsGoneStaysAsItWas()
-    {
-        Fixture f;
-        auto stale = sampleApplication(u"Gone"_s, u"com.example.Gone"_s);
-        stale.inspectionVersion = 4;
-        f.storeList({stale});
-        const auto store = f.loadedStore();
-        QCOMPARE(store->applications(), QList{stale});
-        QVERIFY(!store->alertMessage());
-    }
-
-    void reinspectionKeepsTheOrderOfTheList()
-    {
-        Fixture f;
-        auto stale = sampleApplication(u"A"_s, u"com.example.A"_s);
-        stale.auxiliaryCodeIdentities.reset();
-        f.system.addBundle(stale.path, u"com.example.A"_s, u"TEAM"_s, u"Z"_s);
-        f.storeList({stale, sampleApplication(u"B"_s, u"com.example.B"_s)});
-        const auto store = f.loadedStore();
-        QCOMPARE(names(*store), QStringList({u"Z"_s, u"B"_s}));
-    }
-
-    void reinspectionHandsTheRulesOverOnlyWhenTheFilterIsOn_data()
-    {
-        QTest::addColumn<bool>("enabled");
-        QTest::newRow("on") << true;
-        QTest::newRow("off") << false;
-    }
-
-    void reinspectionHandsTheRulesOverOnlyWhenTheFilterIsOn()
-    {
-        QFETCH(bool, enabled);
-        Fixture f;
-        f.system.preferences.values.insert(u"protectionRequested"_s, enabled);
-        f.storeList({});
-        const auto store = f.loadedStore();
-        auto stale = sampleApplication(u"A"_s, u"com.example.A"_s);
-        stale.inspectionVersion.reset();
-        f.system.addBundle(stale.path, u"com.example.A"_s);
-        store->add(stale);
-        f.system.scheduler.settle();
-        if (enabled) {
-            f.system.systemExtensions.delegate()->requestDidFinish(
-                platform::ActivationResult::Completed);
-        }
-        f.system.scheduler.settle();
-        QCOMPARE(store->isProtectionEnabled(), enabled);
-        const int savesBefore = f.system.filterManager.saves;
-        store->reinspectStaleApplications();
-        f.system.scheduler.settle();
-        QCOMPARE(store->applications().constFirst().inspectionVersion, qint64(5));
-        QCOMPARE(f.system.filterManager.saves - savesBefore, enabled ? 1 : 0);
-    }
-
     void workThatEndsAfterTheStoreIsGoneIsDropped()
     {
-        Fixture f;
+        StoreFixture f;
         f.system.addBundle(u"/A.app"_s, u"com.example.A"_s);
         auto store = f.loadedStore();
         store->addApplication(QUrl::fromLocalFile(u"/A.app"_s));
@@ -423,7 +256,7 @@ private Q_SLOTS:
 
     void showsBothFoldersForTheInstallation()
     {
-        Fixture f;
+        StoreFixture f;
         const auto store = f.loadedStore();
         store->openInstallationFolders();
         QCOMPARE(f.system.actions.calls,
@@ -436,7 +269,7 @@ private Q_SLOTS:
 
     void announcesItsPublishedState()
     {
-        Fixture f;
+        StoreFixture f;
         f.system.addBundle(u"/A.app"_s, u"com.example.A"_s);
         const auto store = f.loadedStore();
         const QSignalSpy list(store.get(), &AppBlockStore::applicationsChanged);
