@@ -52,7 +52,7 @@ public:
 
 private:
     template <typename Value>
-    std::optional<Value> typed(const QString &key) const
+    [[nodiscard]] std::optional<Value> typed(const QString &key) const
     {
         const QVariant value = values.value(key);
         if (value.metaType() != QMetaType::fromType<Value>())
