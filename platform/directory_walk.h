@@ -14,7 +14,8 @@ enum class ItemKind { Directory, RegularFile, Other };
 class DirectoryWalk
 {
 public:
-    /** Called for each item with its full path, in the file system's own encoding. */
+    /** Called for each item with its full path, in the file system's own encoding; once at a time,
+     * before walk() returns, on any thread. */
     using Visitor = std::function<void(std::string_view path, ItemKind kind)>;
 
     virtual ~DirectoryWalk() = default;

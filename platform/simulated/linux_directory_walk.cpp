@@ -1,11 +1,17 @@
 #include "platform/simulated/linux_directory_walk.h"
 
+#include <algorithm>
+#include <condition_variable>
 #include <dirent.h>
 #include <fcntl.h>
-#include <memory>
+#include <mutex>
 #include <optional>
+#include <ranges>
+#include <span>
 #include <string>
 #include <sys/stat.h>
+#include <system_error>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -93,113 +99,152 @@ ItemKind kindOf(int folder, const dirent64 &entry)
     }
 }
 
-/** One walk. The folders still to be entered are kept on a stack, so that the path of the last one
- * is always that of the current folder, or of one above it, and a name. */
+struct Entry {
+    std::string name;
+    ItemKind kind;
+};
+
+/** The entries of @p folder that are not hidden. Straight from the system: the standard library
+ * takes twice as many calls a folder. */
+std::vector<Entry> entriesOf(const Folder &folder, std::span<char> buffer)
+{
+    std::vector<Entry> entries;
+    for (;;) {
+        const ssize_t size = ::getdents64(folder.descriptor(), buffer.data(), buffer.size());
+        if (size <= 0)
+            return entries;
+        for (ssize_t offset = 0; offset < size;) {
+            const auto *entry = reinterpret_cast<const dirent64 *>(buffer.data() + offset);
+            offset += entry->d_reclen;
+            if (entry->d_name[0] != '.')
+                entries.push_back({entry->d_name, kindOf(folder.descriptor(), *entry)});
+        }
+    }
+}
+
+/**
+ * One walk by a few threads. Each takes the next folder, reads it, and then visits what it found
+ * while the others wait, so that the visitor is called by one thread at a time.
+ */
 class Walk
 {
 public:
     Walk(const std::filesystem::path &root, const DirectoryWalk::Visitor &visit)
-        : m_path(root.native())
-        , m_rootLength(m_path.size())
+        : m_rootPath(root.native())
         , m_visit(visit)
+        , m_root(Folder::openAt(AT_FDCWD, m_rootPath.c_str(), 0))
+        , m_device(m_root.device())
     {
     }
 
     void run()
     {
-        m_root = Folder::openAt(AT_FDCWD, m_path.c_str(), 0);
-        m_device = m_root.device();
         if (!m_device)
             return;
-        list(m_root);
-        while (!m_pending.empty()) {
-            const Pending next = std::move(m_pending.back());
-            m_pending.pop_back();
-            enter(next);
+        m_folders.push_back({0, {}});
+        m_pending.push_back(0);
+        std::vector<std::jthread> helpers;
+        try {
+            while (helpers.size() + 1 < threadCount())
+                helpers.emplace_back([this] { work(); });
+        } catch (const std::system_error &) {
+            // The threads that there are do all of it.
         }
+        work();
     }
 
 private:
-    /** A folder to be entered: its name, and how long its parent's path is. */
-    struct Pending {
-        size_t parentLength;
+    /** A folder below the root, named by its parent's place in m_folders and its own name. */
+    struct FolderName {
+        size_t parent;
         std::string name;
     };
 
-    void enter(const Pending &next)
+    static size_t threadCount() { return std::clamp(std::thread::hardware_concurrency(), 1u, 4u); }
+
+    void work()
     {
-        const bool isInCurrent = m_current.isOpen() && next.parentLength == m_currentLength;
-        m_path.resize(next.parentLength);
-        appendName(next.name);
-        Folder folder = isInCurrent
-            ? Folder::openAt(m_current.descriptor(), next.name.c_str(), O_NOFOLLOW)
-            : openFromRoot();
-        if (!folder.isOpen() || folder.device() != m_device)
-            return;
-        list(folder);
-        m_current = std::move(folder);
-        m_currentLength = m_path.size();
+        std::vector<char> buffer(bufferSize);
+        std::unique_lock lock(m_mutex);
+        for (;;) {
+            m_changed.wait(lock, [this] { return !m_pending.empty() || m_reading == 0; });
+            if (m_pending.empty())
+                return;
+            const size_t number = m_pending.back();
+            m_pending.pop_back();
+            ++m_reading;
+            const std::string path = pathOf(number);
+            lock.unlock();
+            const std::vector<Entry> entries = read(path, buffer);
+            lock.lock();
+            visit(number, m_rootPath + path, entries);
+            --m_reading;
+            m_changed.notify_all();
+        }
     }
 
-    /** Opens the folder at the current path, a stretch at a time where the path is long. */
-    Folder openFromRoot() const
+    /** The path from the root on, with a slash in front; empty for the root. */
+    std::string pathOf(size_t number) const
     {
+        std::vector<size_t> line;
+        for (; number != 0; number = m_folders[number].parent)
+            line.push_back(number);
+        std::string path;
+        for (const size_t step : std::views::reverse(line))
+            path.append("/").append(m_folders[step].name);
+        return path;
+    }
+
+    std::vector<Entry> read(const std::string &path, std::span<char> buffer) const
+    {
+        const Folder folder = open(path);
+        return folder.device() == m_device ? entriesOf(folder, buffer) : std::vector<Entry>();
+    }
+
+    /** Opens a folder below the root, a stretch at a time where the path is long. */
+    Folder open(const std::string &path) const
+    {
+        if (path.empty())
+            return Folder::openAt(m_root.descriptor(), ".", 0);
         Folder reached;
-        size_t start = m_rootLength + 1;
+        size_t start = 1;
         for (;;) {
-            size_t end = m_path.size();
+            size_t end = path.size();
             if (end - start > stretchLength)
-                end = m_path.rfind('/', start + stretchLength);
+                end = path.rfind('/', start + stretchLength);
             const int base = (reached.isOpen() ? reached : m_root).descriptor();
-            reached = Folder::openAt(base, m_path.substr(start, end - start).c_str(), O_NOFOLLOW);
-            if (!reached.isOpen() || end == m_path.size())
+            reached = Folder::openAt(base, path.substr(start, end - start).c_str(), O_NOFOLLOW);
+            if (!reached.isOpen() || end == path.size())
                 return reached;
             start = end + 1;
         }
     }
 
-    /** Straight from the system: the standard library takes twice as many calls a folder. */
-    void list(const Folder &folder)
+    void visit(size_t number, std::string path, const std::vector<Entry> &entries)
     {
-        for (;;) {
-            const ssize_t size = ::getdents64(folder.descriptor(), m_buffer.get(), bufferSize);
-            if (size <= 0)
-                return;
-            for (ssize_t offset = 0; offset < size;) {
-                const auto *entry = reinterpret_cast<const dirent64 *>(m_buffer.get() + offset);
-                offset += entry->d_reclen;
-                if (entry->d_name[0] != '.')
-                    visit(entry->d_name, kindOf(folder.descriptor(), *entry));
+        const size_t length = path.size();
+        for (const Entry &entry : entries) {
+            path.append("/").append(entry.name);
+            m_visit(path, entry.kind);
+            path.resize(length);
+            if (entry.kind == ItemKind::Directory) {
+                m_pending.push_back(m_folders.size());
+                m_folders.push_back({number, entry.name});
             }
         }
     }
 
-    void visit(const char *name, ItemKind kind)
-    {
-        const size_t length = m_path.size();
-        appendName(name);
-        m_visit(m_path, kind);
-        m_path.resize(length);
-        if (kind == ItemKind::Directory)
-            m_pending.push_back({length, name});
-    }
-
-    void appendName(std::string_view name)
-    {
-        m_path += '/';
-        m_path += name;
-    }
-
-    std::string m_path;
-    size_t m_rootLength;
+    const std::string m_rootPath;
     const DirectoryWalk::Visitor &m_visit;
-    std::vector<Pending> m_pending;
-    Folder m_root;
-    Folder m_current;
-    size_t m_currentLength = 0;
-    std::optional<dev_t> m_device;
-    // The system lays entries down at multiples of eight.
-    std::unique_ptr<char[]> m_buffer = std::make_unique_for_overwrite<char[]>(bufferSize);
+    const Folder m_root;
+    const std::optional<dev_t> m_device;
+
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    // All below are guarded by the mutex.
+    std::vector<FolderName> m_folders;
+    std::vector<size_t> m_pending;
+    int m_reading = 0;
 };
 
 } // namespace
