@@ -159,7 +159,7 @@ private Q_SLOTS:
 
     void deepFoldersNeedFewDescriptors()
     {
-        constexpr int depth = 1000;
+        constexpr int depth = 500;
         makeDeepFolders(depth);
         struct rlimit before {
         };
