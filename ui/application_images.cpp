@@ -1,12 +1,11 @@
 #include "ui/application_images.h"
 
+#include "ui/png_decoding.h"
 #include "ui/svg.h"
 
 #include <algorithm>
-#include <QBuffer>
 #include <QGuiApplication>
 #include <QIcon>
-#include <QImageReader>
 #include <QPainter>
 #include <QPainterPath>
 #include <QUrlQuery>
@@ -21,7 +20,7 @@ namespace
 
 constexpr QSize defaultSize(64, 64);
 /** Icons of records are small; a list from elsewhere may hold anything. */
-constexpr int largestSide = 1024;
+constexpr unsigned largestSide = 1024;
 
 QImage ownIcon(QSize size, qreal radius, qreal scale)
 {
@@ -39,14 +38,9 @@ QImage ownIcon(QSize size, qreal radius, qreal scale)
 }
 
 /** Null if the bytes are no PNG image of a sensible size. */
-QImage decoded(QByteArray bytes, QSize size)
+QImage decoded(const QByteArray &bytes, QSize size)
 {
-    QBuffer buffer(&bytes);
-    QImageReader reader(&buffer, "png");
-    const auto stored = reader.size();
-    if (!stored.isValid() || std::max(stored.width(), stored.height()) > largestSide)
-        return {};
-    const auto image = reader.read();
+    const auto image = decodePng(bytes, largestSide);
     return image.isNull() ? image
                           : image.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }

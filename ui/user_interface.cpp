@@ -4,8 +4,10 @@
 #include "ui/box_images.h"
 #include "ui/symbol_images.h"
 
+#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QQmlComponent>
 #include <QQuickWindow>
 
 using namespace Qt::StringLiterals;
@@ -23,6 +25,12 @@ void provideIcon()
         QGuiApplication::setWindowIcon(QIcon(u":/qt/qml/Zorvane/Ui/icons/appicon.svg"_s));
 }
 
+/** The first text would wait for it otherwise: the system's whole catalogue of fonts is read. */
+void readFontCatalogue()
+{
+    static_cast<void>(QFontDatabase::hasFamily(QGuiApplication::font().family()));
+}
+
 } // namespace
 
 UserInterface::UserInterface(app::AppBlockStore &store, platform::Platform &platform)
@@ -31,7 +39,6 @@ UserInterface::UserInterface(app::AppBlockStore &store, platform::Platform &plat
     , m_system(*platform.actions)
     , m_onboarding(store, *platform.preferences)
 {
-    provideIcon();
     m_engine.addImportPath(u"qrc:/qt/qml"_s);
     m_engine.addImageProvider(u"application"_s, new ApplicationImages(store));
     m_engine.addImageProvider(u"symbol"_s, new SymbolImages);
@@ -41,7 +48,13 @@ UserInterface::UserInterface(app::AppBlockStore &store, platform::Platform &plat
         {u"applications"_s, QVariant::fromValue(&m_applications)},
         {u"system"_s, QVariant::fromValue(&m_system)},
         {u"onboarding"_s, QVariant::fromValue(&m_onboarding)}});
-    m_engine.load(QUrl(u"qrc:/qt/qml/Zorvane/Ui/MainWindow.qml"_s));
+
+    // The engine reads the views on a thread of its own meanwhile.
+    const QUrl views(u"qrc:/qt/qml/Zorvane/Ui/MainWindow.qml"_s);
+    const QQmlComponent ahead(&m_engine, views, QQmlComponent::Asynchronous);
+    provideIcon();
+    readFontCatalogue();
+    m_engine.load(views);
 
     if (auto *const main = window(); main != nullptr) {
         connect(main, &QWindow::visibleChanged, &m_onboarding, [this](bool visible) {

@@ -19,7 +19,7 @@ class TestLinuxDirectoryWalk : public QObject
 
 private:
     /** What was visited below the scratch folder, by path from there. */
-    std::map<std::string, ItemKind> visited() const
+    [[nodiscard]] std::map<std::string, ItemKind> visited() const
     {
         std::map<std::string, ItemKind> items;
         const std::string root = m_scratch->path().string();
