@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <QColor>
+#include <QPainterPath>
 #include <qqmlregistration.h>
-#include <QQuickPaintedItem>
+#include <QQuickItem>
 
 namespace zorvane::ui
 {
@@ -10,8 +12,11 @@ namespace zorvane::ui
 /**
  * A dashed line around a rounded box, inside its bounds. The dashes are about 6 on and 4.5 off,
  * fitted so that they meet without a seam.
+ *
+ * Painted as four strips along the edges: one picture of the whole box would be nearly all empty,
+ * and a megabyte of the window's memory.
  */
-class DashedFrame : public QQuickPaintedItem
+class DashedFrame : public QQuickItem
 {
     Q_OBJECT
     QML_ELEMENT
@@ -29,14 +34,22 @@ public:
     [[nodiscard]] qreal lineWidth() const { return m_lineWidth; }
     void setLineWidth(qreal width);
 
-    void paint(QPainter *painter) override;
-
 Q_SIGNALS:
     void colorChanged();
     void radiusChanged();
     void lineWidthChanged();
 
+protected:
+    void geometryChange(const QRectF &now, const QRectF &before) override;
+
 private:
+    class Strip;
+
+    void layOut();
+    void repaint();
+
+    std::array<Strip *, 4> m_strips;
+    QPainterPath m_dashes;
     QColor m_color = Qt::black;
     qreal m_radius = 0;
     qreal m_lineWidth = 1;
