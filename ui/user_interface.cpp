@@ -25,10 +25,19 @@ void provideIcon()
         QGuiApplication::setWindowIcon(QIcon(u":/qt/qml/Zorvane/Ui/icons/appicon.svg"_s));
 }
 
-/** The first text would wait for it otherwise: the system's whole catalogue of fonts is read. */
-void readFontCatalogue()
+/**
+ * Makes one of the windows' own fonts the program's: Qt opens that beside every other. Also reads
+ * the system's catalogue of fonts, for which the first text would wait otherwise.
+ */
+void provideFont()
 {
-    static_cast<void>(QFontDatabase::hasFamily(QGuiApplication::font().family()));
+    const auto family = u"Inter"_s;
+    if (!QFontDatabase::hasFamily(family))
+        return;
+    QFont font(family);
+    font.setPixelSize(11);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    QGuiApplication::setFont(font);
 }
 
 } // namespace
@@ -53,7 +62,7 @@ UserInterface::UserInterface(app::AppBlockStore &store, platform::Platform &plat
     const QUrl views(u"qrc:/qt/qml/Zorvane/Ui/MainWindow.qml"_s);
     const QQmlComponent ahead(&m_engine, views, QQmlComponent::Asynchronous);
     provideIcon();
-    readFontCatalogue();
+    provideFont();
     m_engine.load(views);
 
     if (auto *const main = window(); main != nullptr) {
