@@ -51,7 +51,9 @@ struct FileContents {
 /**
  * Replaces the file at @p path so that a program killed, or a machine stopped, at any moment leaves
  * the old or the new content: written beside it, brought to the disk, renamed. The file's writers
- * must exclude each other by a FileLock. Returns what went wrong, if anything did.
+ * must exclude each other by a FileLock. Returns what went wrong, if anything did: the old content
+ * stands then, or, if only the folder could not be brought to the disk, the new one until a machine
+ * is stopped in the next moments.
  */
 [[nodiscard]] std::optional<QString> replaceFile(
     const std::filesystem::path &path, const QByteArray &bytes);

@@ -1,4 +1,5 @@
 #include "platform/simulated/single_instance.h"
+#include "started_program.h"
 #include "state_folder.h"
 
 #include <csignal>
@@ -11,54 +12,21 @@ using namespace Qt::StringLiterals;
 using namespace zorvane::platform::simulated;
 using zorvane::platform::SingleInstance;
 using zorvane::tests::StateFolder;
+namespace tests = zorvane::tests;
 
 namespace
 {
 
 using Outcome = SingleInstance::Outcome;
 
-/** One start of a program. */
-class Start
+/** One start of a program that holds the instance and says what it is told. */
+class Start final : public tests::StartedProgram
 {
 public:
     explicit Start(const QString &folder, const QString &token = {})
+        : StartedProgram(QStringLiteral(INSTANCE_HOLDER), folder, token)
     {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"ZORVANE_SYSTEM_DIR"_s, folder);
-        environment.remove(u"XDG_ACTIVATION_TOKEN"_s);
-        if (!token.isEmpty())
-            environment.insert(u"XDG_ACTIVATION_TOKEN"_s, token);
-        m_process.setProcessEnvironment(environment);
-        m_process.start(QStringLiteral(INSTANCE_HOLDER), QStringList());
     }
-    ~Start()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-    Start(const Start &) = delete;
-    Start &operator=(const Start &) = delete;
-
-    /** The next line that it says; empty if it ended or says nothing for a while. */
-    QByteArray line()
-    {
-        while (!m_process.canReadLine() && m_process.waitForReadyRead(30'000)) { }
-        return m_process.readLine().trimmed();
-    }
-
-    /** Waits for its end. */
-    int exitStatus()
-    {
-        if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(30'000))
-            return -1;
-        return m_process.exitCode();
-    }
-
-    QByteArray errors() { return m_process.readAllStandardError(); }
-    void signal(int number) { ::kill(static_cast<pid_t>(m_process.processId()), number); }
-
-private:
-    QProcess m_process;
 };
 
 } // namespace

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <csignal>
+#include <QByteArray>
+#include <QProcess>
+#include <QString>
+
+namespace zorvane::tests
+{
+
+/** A program that was started on a state folder; killed with this object if it still runs. */
+class StartedProgram
+{
+public:
+    StartedProgram(const QString &program, const QString &folder, const QString &token = {})
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("ZORVANE_SYSTEM_DIR"), folder);
+        environment.remove(QStringLiteral("XDG_ACTIVATION_TOKEN"));
+        if (!token.isEmpty())
+            environment.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), token);
+        m_process.setProcessEnvironment(environment);
+        m_process.start(program, QStringList());
+    }
+    ~StartedProgram()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+    StartedProgram(const StartedProgram &) = delete;
+    StartedProgram &operator=(const StartedProgram &) = delete;
+
+    [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }
+
+    /** The next line that it says; empty if it ended or says nothing for a while. */
+    QByteArray line() { return nextLine(QProcess::StandardOutput); }
+    /** The next line on its standard error, likewise. */
+    QByteArray errorLine() { return nextLine(QProcess::StandardError); }
+
+    /** Waits for its end. */
+    int exitStatus()
+    {
+        if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(30'000))
+            return -1;
+        return m_process.exitCode();
+    }
+
+    QByteArray errors() { return m_process.readAllStandardError(); }
+    void signal(int number) { ::kill(static_cast<pid_t>(m_process.processId()), number); }
+
+private:
+    QByteArray nextLine(QProcess::ProcessChannel channel)
+    {
+        m_process.setReadChannel(channel);
+        while (!m_process.canReadLine() && m_process.waitForReadyRead(30'000)) { }
+        return m_process.readLine().trimmed();
+    }
+
+    QProcess m_process;
+};
+
+} // namespace zorvane::tests
