@@ -42,6 +42,7 @@ class Guide:
     def __init__(self, desktop, program, scene):
         self._desktop = desktop
         self._drag = None
+        self._passing = None
         self.folder = desktop.new_folder() / "Downloads"
         self.folder.mkdir()
         for application in bundles.APPLICATIONS:
@@ -61,6 +62,11 @@ class Guide:
         for text in texts:
             self.zorvane.screen.find(text)
         self._rest()
+
+    def catch(self, text):
+        """As look(), for what does not last: its picture is taken at once, as it moves."""
+        self.look(text)
+        self._passing = text
 
     def hover(self, item):
         self._drag = pointer.Drag(self.files.position(item))
@@ -95,7 +101,14 @@ class Guide:
         self._shown.close()
 
     def picture(self, file):
-        """The window, once it has come to rest; what never rests is taken as it stands."""
+        """The window, once it has come to rest."""
+        if not self._drag:
+            self._shown.activate()
+        if self._passing:
+            self._shown.picture(file)
+            self.zorvane.screen.find(self._passing, seconds=0)
+            self._passing = None
+            return
         before = None
         for _ in range(8):
             self._shown.picture(file)
@@ -153,7 +166,7 @@ def first_day(dark=False):
             ("adding", "A big bundle is being inspected; the window stays usable.",
              lambda guide: (bundles.fill(guide.folder / "Harbor Sync.app"),
                             guide.hover("Harbor Sync.app"), guide.drop(),
-                            guide.look("Adding application"))),
+                            guide.catch("Adding application"))),
             ("list", "Several applications, sorted by name.",
              lambda guide: (guide.zorvane.screen.find("Harbor Sync", "list item", 120),
                             guide.add("Quill Mail", "Meadow Player"), guide.look("Quill Mail"))),
@@ -191,9 +204,8 @@ SCENES = (
 )
 
 
-def take(program, folder):
-    """Takes the whole tour; returns the pictures' names and accounts."""
-    pictures = []
+def take(program, folder, pictures):
+    """Takes the whole tour; adds the pictures' names and accounts to pictures, one by one."""
     with Desktop(2600, 1500) as desktop:
         for scene in SCENES:
             guide = Guide(desktop, program, scene)
@@ -208,7 +220,6 @@ def take(program, folder):
                 print(guide.zorvane.log.read_text(), guide.zorvane.screen.describe(), sep="\n")
                 raise
             guide.close()
-    return pictures
 
 
 def write_index(pictures, folder):
@@ -242,8 +253,12 @@ def main():
     program, folder = map(pathlib.Path, sys.argv[1:])
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
-    pictures = take(program, folder)
-    write_index(pictures, folder)
+    pictures = []
+    try:
+        take(program, folder, pictures)
+    finally:
+        # Of a tour that was cut short too: it shows how far it came.
+        write_index(pictures, folder)
     print(f"{len(pictures)} pictures in {folder}; {folder / 'index.html'} shows them all.")
 
 

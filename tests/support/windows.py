@@ -32,7 +32,10 @@ class Window:
         subprocess.run(["xdotool", "windowsize", self.id, str(width), str(height)], check=True)
 
     def activate(self):
-        subprocess.run(["xdotool", "windowactivate", "--sync", self.id], check=True)
+        # While nothing is active yet, xdotool complains of that and goes on waiting.
+        subprocess.run(
+            ["xdotool", "windowactivate", "--sync", self.id], check=True, stderr=subprocess.DEVNULL
+        )
 
     def close(self):
         """As its close button does."""

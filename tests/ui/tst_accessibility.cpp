@@ -17,6 +17,29 @@ QList<QQuickItem *> named(const WindowFixture &fixture, QAccessible::Role role)
     return fixture.items([&](const QQuickItem *item) { return accessibleRole(item) == role; });
 }
 
+QList<SampleApplication> numbered(int count)
+{
+    QList<SampleApplication> result;
+    for (int number = 10; number < 10 + count; ++number)
+        result.append({u"App %1"_s.arg(number), u"org.example.app%1"_s.arg(number), std::nullopt,
+            std::nullopt});
+    return result;
+}
+
+QString description(QQuickItem *item)
+{
+    return QAccessible::queryAccessibleInterface(item)->text(QAccessible::Description);
+}
+
+/** The names of everything of this role that assistive technology finds from here. */
+void collectNames(const QAccessibleInterface *told, QAccessible::Role role, QStringList &names)
+{
+    if (told->role() == role)
+        names << told->text(QAccessible::Name);
+    for (int at = 0; at < told->childCount(); ++at)
+        collectNames(told->child(at), role, names);
+}
+
 } // namespace
 
 class TestAccessibility : public QObject
@@ -65,10 +88,13 @@ private Q_SLOTS:
         WindowFixture fixture;
         fixture.requireInstallation();
         auto *const toggle = fixture.item(u"protectionSwitch"_s);
+        fixture.platform.preferences.written.clear();
+        const auto lines = fixture.platform.log.lines;
         doAccessibleAction(toggle, QAccessibleActionInterface::toggleAction());
         doAccessibleAction(toggle, QAccessibleActionInterface::pressAction());
         fixture.settle();
-        QVERIFY(fixture.platform.systemExtensions.submitted.isEmpty());
+        QVERIFY(!fixture.platform.preferences.written.contains(u"protectionRequested"_s));
+        QCOMPARE(fixture.platform.log.lines, lines);
         QVERIFY(!toggle->property("checked").toBool());
     }
 
@@ -92,6 +118,42 @@ private Q_SLOTS:
         QCOMPARE(rows.size(), 2);
         QCOMPARE(accessibleName(rows[0]), u"Atlas"_s);
         QCOMPARE(accessibleName(rows[1]), u"Quill"_s);
+    }
+
+    void rowsOutOfSightAreTold()
+    {
+        const WindowFixture fixture(numbered(40));
+        QStringList names;
+        collectNames(
+            QAccessible::queryAccessibleInterface(fixture.window()), QAccessible::ListItem, names);
+        QCOMPARE(names.size(), 40);
+        QCOMPARE(names.first(), u"App 10"_s);
+        QCOMPARE(names.last(), u"App 49"_s);
+    }
+
+    void aRowOutOfSightComesIntoViewWithItsButtonsWhenItIsGivenTheFocus()
+    {
+        WindowFixture fixture(numbered(40));
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        auto *const last = named(fixture, QAccessible::ListItem).last();
+        QVERIFY(fixture.text(u"App 49"_s) == nullptr);
+        doAccessibleAction(last, QAccessibleActionInterface::setFocusAction());
+        QVERIFY(last->hasActiveFocus());
+        QVERIFY(fixture.text(u"App 49"_s) != nullptr);
+        const auto removers = fixture.items([](const QQuickItem *item) {
+            return item->property("toolTip") == u"Remove from list"_s;
+        });
+        QCOMPARE(description(removers.last()), u"App 49"_s);
+        doAccessibleAction(removers.last(), QAccessibleActionInterface::pressAction());
+        QCOMPARE(fixture.store->applications().size(), 39);
+        QCOMPARE(fixture.store->applications().last().name, u"App 48"_s);
+    }
+
+    void theButtonsOfARowSayWhoseTheyAre()
+    {
+        const WindowFixture fixture(two);
+        QCOMPARE(description(fixture.button(u"Remove from list"_s)), u"Atlas"_s);
+        QCOMPARE(description(fixture.item(u"disclosure"_s)), u"Atlas"_s);
     }
 
     void aRowCanBeRemovedByAnAction()

@@ -29,8 +29,13 @@ private Q_SLOTS:
     {
         WindowFixture fixture;
         fixture.raiseAlert();
-        QTest::qWait(300);
-        QVERIFY(fixture.store->alertMessage().has_value());
+        const auto message = fixture.store->alertMessage();
+        QVERIFY(message.has_value());
+        fixture.platform.preferences.written.clear();
+        QTRY_COMPARE(fixture.item(u"alertBox"_s)->opacity(), 1.0);
+        fixture.settle();
+        QCOMPARE(fixture.store->alertMessage(), message);
+        QVERIFY(fixture.platform.preferences.written.isEmpty());
     }
 
     void itsButtonDismissesIt()

@@ -1,5 +1,6 @@
 #include "ui/window_fixture.h"
 
+#include <QSet>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -28,6 +29,21 @@ QString focusedRow(const WindowFixture &fixture)
     return {};
 }
 
+void focusFirstRow(const WindowFixture &fixture)
+{
+    QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+    while (focusedRow(fixture).isEmpty())
+        QTest::keyClick(fixture.window(), Qt::Key_Tab);
+}
+
+/** Between the header and the lower edge of the window. */
+bool isInView(const WindowFixture &fixture, const QQuickItem *item)
+{
+    const auto place = item->mapRectToScene(QRectF(QPointF(), item->size()));
+    return place.bottom() <= fixture.window()->height() && place.top() >= 0
+        && (place.top() >= 74 || place.bottom() <= 74);
+}
+
 } // namespace
 
 class TestKeyboard : public QObject
@@ -53,12 +69,32 @@ private Q_SLOTS:
         QCOMPARE(visited.count(u"Remove from list"_s), 2);
     }
 
+    void tabReachesEveryRowOfALongListAndItsButtons()
+    {
+        WindowFixture fixture(numbered(40));
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        for (const auto key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+            QSet<QString> rows;
+            QSet<QString> removable;
+            // The header has two stops, each row three.
+            for (int times = 0; times < 2 + 3 * 40; ++times) {
+                QTest::keyClick(fixture.window(), key);
+                const auto *const item = fixture.window()->activeFocusItem();
+                if (accessibleRole(item) == QAccessible::ListItem)
+                    rows.insert(accessibleName(item));
+                else if (accessibleName(item) == u"Remove from list")
+                    removable.insert(focusedRow(fixture));
+                QVERIFY(isInView(fixture, item));
+            }
+            QCOMPARE(rows.size(), 40);
+            QCOMPARE(removable.size(), 40);
+        }
+    }
+
     void arrowsGoFromRowToRow()
     {
         WindowFixture fixture(numbered(3));
-        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
-        while (focusedRow(fixture).isEmpty())
-            QTest::keyClick(fixture.window(), Qt::Key_Tab);
+        focusFirstRow(fixture);
         QCOMPARE(focusedRow(fixture), u"App 00"_s);
         QTest::keyClick(fixture.window(), Qt::Key_Down);
         QCOMPARE(focusedRow(fixture), u"App 01"_s);
@@ -72,24 +108,50 @@ private Q_SLOTS:
     void arrowsScrollToTheRow()
     {
         WindowFixture fixture(numbered(40));
-        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
-        while (focusedRow(fixture).isEmpty())
-            QTest::keyClick(fixture.window(), Qt::Key_Tab);
+        focusFirstRow(fixture);
         for (int times = 0; times < 39; ++times)
             QTest::keyClick(fixture.window(), Qt::Key_Down);
         QCOMPARE(focusedRow(fixture), u"App 39"_s);
-        const auto *const item = fixture.window()->activeFocusItem();
-        const auto place = item->mapRectToScene(QRectF(QPointF(), item->size()));
-        QVERIFY(place.bottom() <= fixture.window()->height());
-        QVERIFY(place.top() >= 74);
+        QVERIFY(isInView(fixture, fixture.window()->activeFocusItem()));
+    }
+
+    void homeAndEndGoToTheFirstRowAndTheLast()
+    {
+        WindowFixture fixture(numbered(40));
+        focusFirstRow(fixture);
+        QTest::keyClick(fixture.window(), Qt::Key_End);
+        QCOMPARE(focusedRow(fixture), u"App 39"_s);
+        QVERIFY(isInView(fixture, fixture.window()->activeFocusItem()));
+        QTest::keyClick(fixture.window(), Qt::Key_End);
+        QCOMPARE(focusedRow(fixture), u"App 39"_s);
+        QTest::keyClick(fixture.window(), Qt::Key_Home);
+        QCOMPARE(focusedRow(fixture), u"App 00"_s);
+        QVERIFY(isInView(fixture, fixture.window()->activeFocusItem()));
+    }
+
+    void pageKeysGoOnByMostOfAWindow()
+    {
+        WindowFixture fixture(numbered(40));
+        focusFirstRow(fixture);
+        QTest::keyClick(fixture.window(), Qt::Key_PageDown);
+        // Four fifths of 650 are nine rows of 57.
+        QCOMPARE(focusedRow(fixture), u"App 09"_s);
+        QTest::keyClick(fixture.window(), Qt::Key_PageDown);
+        QCOMPARE(focusedRow(fixture), u"App 18"_s);
+        QTest::keyClick(fixture.window(), Qt::Key_PageUp);
+        QCOMPARE(focusedRow(fixture), u"App 08"_s);
+        for (int times = 0; times < 5; ++times)
+            QTest::keyClick(fixture.window(), Qt::Key_PageDown);
+        QCOMPARE(focusedRow(fixture), u"App 39"_s);
+        for (int times = 0; times < 6; ++times)
+            QTest::keyClick(fixture.window(), Qt::Key_PageUp);
+        QCOMPARE(focusedRow(fixture), u"App 00"_s);
     }
 
     void deleteRemovesTheFocusedRowAndTheNextOneTakesTheFocus()
     {
         WindowFixture fixture(numbered(3));
-        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
-        while (focusedRow(fixture).isEmpty())
-            QTest::keyClick(fixture.window(), Qt::Key_Tab);
+        focusFirstRow(fixture);
         QTest::keyClick(fixture.window(), Qt::Key_Down);
         QTest::keyClick(fixture.window(), Qt::Key_Delete);
         QCOMPARE(fixture.store->applications().size(), 2);

@@ -186,6 +186,7 @@ private Q_SLOTS:
         QCOMPARE(colour(labels.first()), QColor(0xa84e00));
         QCOMPARE(labels.first()->property("font").value<QFont>().pixelSize(), 10);
         fixture.enable();
+        QVERIFY2(fixture.text(message) != nullptr, "it fades out with its text");
         QTRY_COMPARE(fixture.text(message), nullptr);
     }
 

@@ -90,11 +90,15 @@ private Q_SLOTS:
         WindowFixture fixture;
         fixture.activate();
         const auto loads = fixture.platform.filterManager.loads;
+        const auto lines = fixture.platform.log.lines;
+        fixture.platform.preferences.written.clear();
         fixture.click(fixture.item(u"protectionSwitch"_s));
         fixture.settle();
         QCOMPARE(fixture.store->alertMessage(), std::nullopt);
         QCOMPARE(fixture.platform.filterManager.loads, loads);
-        QCOMPARE(fixture.platform.systemExtensions.submitted.size(), 1);
+        // A second request would be told in the log, and nowhere else.
+        QCOMPARE(fixture.platform.log.lines, lines);
+        QVERIFY(fixture.platform.preferences.written.isEmpty());
     }
 
     void activatingShowsNoPanel()

@@ -7,7 +7,6 @@ Pressable {
     property bool prominent: false
     property bool small: false
     property real leastWidth: 0
-    readonly property real radius: small ? 6 : 7
     readonly property real inset: small ? 12 : 14
 
     implicitWidth: Math.max(leastWidth, Math.ceil(label.implicitWidth) + 2 * inset)
@@ -15,16 +14,26 @@ Pressable {
     width: implicitWidth
     height: implicitHeight
     opacity: available ? 1 : 0.4
-    focusRadius: radius + 4
+    radius: small ? 6 : 7
 
-    Image {
-        readonly property int shade: 1
+    ButtonFace {
+        look: root.pressed ? "pressed" : "normal"
+        prominent: root.prominent
+        radius: root.radius
+    }
 
-        width: root.width
-        height: root.height + shade
-        source: `image://face/${root.prominent ? "prominent" : "bordered"}?dark=${Theme.dark ? 1 : 0}&height=${root.height}&radius=${root.radius}&state=${root.pressed ? "pressed" : root.hovered ? "hovered" : "normal"}`
-        sourceSize.width: width
-        sourceSize.height: height
+    ButtonFace {
+        visible: opacity > 0 && !root.pressed
+        opacity: root.hovered ? 1 : 0
+        look: opacity > 0 ? "hovered" : ""
+        prominent: root.prominent
+        radius: root.radius
+
+        Behavior on opacity  {
+            NumberAnimation {
+                duration: Motion.hover
+            }
+        }
     }
 
     Label {

@@ -9,11 +9,15 @@ Pressable {
 
     width: 164
     height: 24
+    focusGap: 0
+    focusInset: width - fill.width
 
     Accessible.checkable: true
     Accessible.checked: open
 
     Rectangle {
+        id: fill
+
         anchors.right: parent.right
         width: content.width + 16
         height: parent.height

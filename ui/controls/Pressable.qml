@@ -15,8 +15,11 @@ Item {
     property bool available: true
     property string text
     property string toolTip
-    property real focusRadius: 6
+    property real radius: 6
+    /* From the control to its ring. */
     property real focusGap: 1
+    /* How much of the control, from its left, the ring leaves out. */
+    property real focusInset: 0
     readonly property bool hovered: mouse.containsMouse && enabled
     readonly property bool pressed: mouse.pressed && mouse.containsMouse && enabled
 
@@ -58,7 +61,8 @@ Item {
 
     FocusRing {
         visible: root.activeFocus
-        radius: root.focusRadius
+        anchors.leftMargin: root.focusInset - (gap + 3)
+        radius: root.radius + gap + 3
         gap: root.focusGap
     }
 

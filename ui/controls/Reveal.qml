@@ -3,9 +3,10 @@ import Zorvane.Ui
 
 /*
  * A place in a column that is there or not. What it shows is built only while it shows, and comes
- * and goes by fading and growing, together with the gap beneath it.
+ * and goes by fading and growing, together with the gap beneath it. If it goes while it has the
+ * focus, that goes to whatever comes before it.
  */
-Item {
+FocusScope {
     id: root
 
     required property bool shown
@@ -13,11 +14,28 @@ Item {
     property real gap: 12
     property real progress: shown ? 1 : 0
 
-    enabled: shown
+    function followShown(): void {
+        if (!root.shown && root.activeFocus)
+            root.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason);
+        root.enabled = root.shown;
+    }
+
     visible: progress > 0
     height: visible ? Math.round(progress * (inside.height + gap)) : 0
     opacity: progress
     clip: progress < 1
+
+    Component.onCompleted: followShown()
+    onShownChanged: afterChange.restart()
+
+    // In the next turn, when everything else has followed and may take the focus. Until then it
+    // stays enabled, because a disabled item has no focus to pass on.
+    Timer {
+        id: afterChange
+
+        interval: 0
+        onTriggered: root.followShown()
+    }
 
     Behavior on progress  {
         NumberAnimation {

@@ -14,16 +14,17 @@ Item {
     readonly property real columnWidth: column.width
     readonly property real inset: 20
 
-    /* Scrolls just as far as needed to have the item in view. */
+    /* Scrolls just as far as needed to have the item in view; its top, if it is too high. */
     function bringIntoView(item: Item): void {
         const margin = 12;
         const top = item.mapToItem(flickable.contentItem, 0, 0).y;
         const bottom = top + item.height;
         const shown = flickable.contentY + root.header.height;
+        const highest = top - margin - root.header.height;
         if (top - margin < shown)
-            flickable.contentY = Math.max(0, top - margin - root.header.height);
+            flickable.contentY = Math.max(0, highest);
         else if (bottom + margin > flickable.contentY + flickable.height)
-            flickable.contentY = Math.min(flickable.contentHeight - flickable.height, bottom + margin - flickable.height);
+            flickable.contentY = Math.min(flickable.contentHeight - flickable.height, bottom + margin - flickable.height, highest);
     }
 
     function holds(item: Item): bool {

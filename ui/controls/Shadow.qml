@@ -11,7 +11,7 @@ BorderImage {
     required property real down
     required property real strength
     required property real radius
-    readonly property int margin: Math.ceil(1.5 * blur)
+    readonly property int margin: Math.ceil(2 * blur)
     readonly property int corner: margin + Math.ceil(Math.max(radius, 1.5 * blur))
 
     anchors.fill: parent

@@ -5,6 +5,8 @@ import QtQuick
 Item {
     id: root
 
+    /* What is going on, for assistive technology. */
+    required property string name
     property color color: Theme.blue
     property int step: 0
 
@@ -12,6 +14,7 @@ Item {
     height: 32
 
     Accessible.role: Accessible.ProgressBar
+    Accessible.name: name
 
     Timer {
         interval: Motion.spinnerStep

@@ -13,7 +13,7 @@ Pressable {
 
     width: 38
     height: 22
-    focusRadius: height / 2 + 4
+    radius: height / 2
 
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true

@@ -30,7 +30,7 @@ Panel {
 
         Column {
             width: parent.width
-            spacing: 12
+            spacing: 11
 
             Column {
                 width: parent.width
@@ -45,6 +45,7 @@ Panel {
                 Label {
                     width: parent.width
                     wrapMode: Text.Wrap
+                    lineHeight: 1.08
                     text: "macOS is waiting for you to approve Zorvane."
                     font: Type.subheadline
                     color: Theme.secondary

@@ -3,8 +3,8 @@ import QtQuick
 import Zorvane.Ui
 
 /*
- * The rows of the list. Only those near the visible part are built; the others keep their place.
- * Arrow keys go from row to row.
+ * The list. Every row has its place here, where the keyboard and assistive technology find it; what
+ * a row shows is built only near the visible part.
  */
 Column {
     id: root
@@ -13,29 +13,95 @@ Column {
     required property real viewTop
     required property real viewBottom
     readonly property real lookahead: 60
+    readonly property real page: 0.8 * (viewBottom - viewTop)
+    /* The place that has the focus, or in which it is. */
+    readonly property Item focusedSlot: slotOf(Window.activeFocusItem)
 
-    function focusRow(index: int): void {
-        const slot = repeater.itemAt(index);
-        if (slot !== null)
-            slot.forceActiveFocus(Qt.TabFocusReason);
+    function slotOf(item: Item): Item {
+        for (let at = item; at !== null; at = at.parent) {
+            if (at.parent === root)
+                return at;
+        }
+        return null;
     }
 
-    /* The focus goes on to the row that takes the removed one's place. */
-    function removeRow(index: int, hadFocus: bool): void {
-        root.applications.remove(index);
-        if (hadFocus && root.applications.count > 0)
-            focusRow(Math.min(index, root.applications.count - 1));
+    function focusedRow(): int {
+        let row = repeater.count - 1;
+        while (row >= 0 && repeater.itemAt(row) !== root.focusedSlot)
+            --row;
+        return row;
+    }
+
+    /* The row at this height, or the nearest. */
+    function rowAt(y: real): int {
+        let row = 0;
+        while (row < repeater.count - 1 && repeater.itemAt(row + 1).y <= y)
+            ++row;
+        return row;
+    }
+
+    function focusRow(row: int): void {
+        const nearest = Math.max(0, Math.min(row, repeater.count - 1));
+        repeater.itemAt(nearest).forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    /* A row has gone with the focus in it: the one that takes its place has it next. */
+    function passFocusOn(row: int): void {
+        if (repeater.count > 0)
+            focusRow(row);
+        else
+            root.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason);
+    }
+
+    function takeKey(event: KeyEvent): void {
+        const row = focusedRow();
+        const y = root.focusedSlot.y;
+        event.accepted = true;
+        switch (event.key) {
+        case Qt.Key_Up:
+            focusRow(row - 1);
+            break;
+        case Qt.Key_Down:
+            focusRow(row + 1);
+            break;
+        case Qt.Key_PageUp:
+            focusRow(Math.min(row - 1, rowAt(y - root.page)));
+            break;
+        case Qt.Key_PageDown:
+            focusRow(Math.max(row + 1, rowAt(y + root.page)));
+            break;
+        case Qt.Key_Home:
+            focusRow(0);
+            break;
+        case Qt.Key_End:
+            focusRow(repeater.count - 1);
+            break;
+        case Qt.Key_Delete:
+        case Qt.Key_Backspace:
+            // A key that is held down removes one application, not all that follow.
+            if (!event.isAutoRepeat)
+                root.applications.remove(row);
+            break;
+        default:
+            event.accepted = false;
+        }
     }
 
     Accessible.role: Accessible.List
     Accessible.name: "Blocked apps"
 
+    Keys.onPressed: event => root.takeKey(event)
+
     Repeater {
         id: repeater
 
         model: root.applications
+        onItemRemoved: (row, item) => {
+            if (item === root.focusedSlot)
+                root.passFocusOn(row);
+        }
 
-        FocusScope {
+        Item {
             id: slot
 
             required property int index
@@ -51,6 +117,12 @@ Column {
 
             width: root.width
             height: 56 + (index > 0 ? 1 : 0) + Math.round(unfolding * unfoldedHeight)
+            activeFocusOnTab: true
+
+            Accessible.role: Accessible.ListItem
+            Accessible.name: name
+            Accessible.description: identifiers
+            Accessible.focusable: true
 
             /* The revision is named so that the lines are asked for again when they change. */
             function lines(revision: int): var {
@@ -65,11 +137,11 @@ Column {
             }
 
             Lazy {
-                active: slot.near || slot.activeFocus
+                active: slot.near || root.focusedSlot === slot
 
                 BlockedAppRow {
                     width: slot.width
-                    focus: true
+                    focused: slot.activeFocus
                     first: slot.index === 0
                     name: slot.name
                     identifiers: slot.identifiers
@@ -81,9 +153,7 @@ Column {
                     viewTop: root.viewTop - slot.y
                     viewBottom: root.viewBottom - slot.y
                     onUnfoldRequested: unfold => slot.isShowingComponents = unfold
-                    onRemoveRequested: root.removeRow(slot.index, activeFocus)
-                    Keys.onUpPressed: root.focusRow(slot.index - 1)
-                    Keys.onDownPressed: root.focusRow(slot.index + 1)
+                    onRemoveRequested: root.applications.remove(slot.index)
                 }
             }
         }

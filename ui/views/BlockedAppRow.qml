@@ -1,10 +1,12 @@
 import QtQuick
 
-/* One blocked application. */
-FocusScope {
+/* What one blocked application shows in the list. */
+Item {
     id: root
 
     required property bool first
+    /* The keyboard is on the row itself, not on one of its buttons. */
+    required property bool focused
     required property string name
     required property string identifiers
     required property url icon
@@ -22,22 +24,10 @@ FocusScope {
     signal removeRequested
     signal unfoldRequested(bool unfold)
 
-    Accessible.role: Accessible.ListItem
-    Accessible.name: name
-    Accessible.description: identifiers
-
-    // A key that is held down removes one application, not all that follow.
-    Keys.onPressed: event => {
-        if (event.key !== Qt.Key_Delete && event.key !== Qt.Key_Backspace)
-            return;
-        event.accepted = true;
-        if (!event.isAutoRepeat)
-            root.removeRequested();
-    }
-
     Rectangle {
         id: divider
 
+        objectName: "divider"
         x: root.textLeft
         width: root.width - x - 16
         height: root.first ? 0 : 1
@@ -50,16 +40,15 @@ FocusScope {
         y: divider.height
         width: root.width
         height: root.lineHeight
-        focus: true
-        activeFocusOnTab: true
 
         FocusRing {
-            visible: line.activeFocus
+            visible: root.focused
             gap: -6
             radius: 10
         }
 
         Image {
+            objectName: "rowIcon"
             x: 16
             anchors.verticalCenter: parent.verticalCenter
             width: 38
@@ -102,6 +91,7 @@ FocusScope {
             spacing: 10
 
             Badge {
+                objectName: "blockedBadge"
                 anchors.verticalCenter: parent.verticalCenter
                 symbol: "lock.fill"
                 text: "Blocked"
@@ -113,6 +103,7 @@ FocusScope {
                 symbol: "point.3.connected.trianglepath.dotted"
                 text: root.componentCount + " network " + (root.componentCount === 1 ? "process" : "processes")
                 open: root.unfolded
+                Accessible.description: root.name
                 onClicked: root.unfoldRequested(!root.unfolded)
             }
 
@@ -124,6 +115,7 @@ FocusScope {
                 side: 24
                 risesOnHover: true
                 toolTip: "Remove from list"
+                Accessible.description: root.name
                 onClicked: root.removeRequested()
             }
         }

@@ -11,7 +11,7 @@ Item {
     property real highlight: targeted ? 1 : 0
 
     function refuses(drag: DragEvent): bool {
-        return root.adding || drag.urls.length === 0;
+        return root.adding || !root.enabled || drag.urls.length === 0;
     }
 
     implicitHeight: 165
@@ -86,6 +86,7 @@ Item {
             objectName: "spinner"
             anchors.horizontalCenter: parent.horizontalCenter
             visible: root.adding
+            name: "Adding application"
         }
 
         Item {
@@ -112,6 +113,7 @@ Item {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
+            lineHeight: 1.08
             text: root.adding ? "Discovering helpers and background processes without blocking the interface." : "Choose an app in Finder to block its new network connections."
             font: Type.subheadline
             color: root.blended(Theme.secondary, Theme.white(1))
@@ -121,7 +123,7 @@ Item {
     DropArea {
         id: area
 
-        readonly property bool wanted: containsDrag && !root.adding
+        readonly property bool wanted: containsDrag && !root.adding && root.enabled
 
         anchors.fill: parent
         onWantedChanged: root.store.isDropTargeted = wanted

@@ -38,6 +38,7 @@ Item {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
+            lineHeight: 1.08
             text: "Apps you add will appear here."
             font: Type.subheadline
             color: Theme.secondary

@@ -61,7 +61,7 @@ Column {
 
         FailureLabel {
             width: root.width
-            message: root.store.filterController.status.message
+            filter: root.store.filterController
         }
     }
 

@@ -42,7 +42,7 @@ Item {
     Label {
         objectName: "onboardingMessage"
         anchors.top: heading.bottom
-        anchors.topMargin: 8
+        anchors.topMargin: 10
         anchors.horizontalCenter: parent.horizontalCenter
         width: 420
         horizontalAlignment: Text.AlignHCenter

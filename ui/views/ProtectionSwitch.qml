@@ -28,7 +28,7 @@ Item {
         anchors.fill: parent
         visible: root.kind === FilterStatus.InstallationRequired
         text: "Explain why protection is unavailable"
-        focusRadius: height / 2 + 4
+        radius: height / 2
         onClicked: root.store.explainProtectionUnavailable()
     }
 }
