@@ -1,8 +1,8 @@
 #include "app/app_block_store.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -18,12 +18,17 @@ using records::BlockedApplication;
 namespace
 {
 
-/** Inspects each record's bundle again; those that cannot be inspected are left out. */
-QList<BlockedApplication> reinspected(
-    const ApplicationInspector &inspector, const QList<BlockedApplication> &applications)
+/**
+ * Inspects each record's bundle again; those that cannot be inspected are left out. Stops early
+ * when nobody waits for it any more.
+ */
+QList<BlockedApplication> reinspected(const ApplicationInspector &inspector,
+    const QList<BlockedApplication> &applications, const std::weak_ptr<const void> &owner)
 {
     QList<BlockedApplication> result;
     for (const BlockedApplication &application : applications) {
+        if (owner.expired())
+            break;
         const auto inspected
             = inspector.inspectApplication(QUrl::fromLocalFile(application.path), application.id);
         if (const auto *renewed = std::get_if<BlockedApplication>(&inspected))
@@ -109,10 +114,12 @@ void AppBlockStore::applicationsLoaded(const std::optional<Applications> &stored
     if (dropped > 0)
         save();
     Q_EMIT applicationsChanged();
-    m_protection.listLoaded();
-    reinspectStaleApplications();
+    // Before the filter is asked for its state: the rules that go with that question are the
+    // newest.
     if (m_waitingForList)
         std::exchange(m_waitingForList, nullptr)();
+    m_protection.listLoaded();
+    reinspectStaleApplications();
 }
 
 void AppBlockStore::addApplication(const QUrl &url)
@@ -187,7 +194,9 @@ void AppBlockStore::reinspectStaleApplications()
         return;
     platform::runInBackground(
         *m_platform.scheduler, Priority::Utility, m_lifetime.watch(),
-        [inspector = m_inspector, stale] { return reinspected(inspector, stale); },
+        [inspector = m_inspector, stale, owner = m_lifetime.watch()] {
+            return reinspected(inspector, stale, owner);
+        },
         [this](const Applications &renewed) { applicationsReinspected(renewed); });
 }
 

@@ -21,7 +21,9 @@ int run(platform::SingleInstance &instance)
         return EXIT_FAILURE;
     instance.onBringForward([&interface] { interface.bringForward(); });
     interface.show();
-    return QGuiApplication::exec();
+    const int result = QGuiApplication::exec();
+    instance.onBringForward(nullptr);
+    return result;
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "app/rule_lists.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace zorvane::app

@@ -23,7 +23,10 @@ public:
 
     /** Called once, before anything of the state is read. Waits a few seconds at most. */
     [[nodiscard]] virtual Outcome acquire() = 0;
-    /** What the first program does when another start is attempted. */
+    /**
+     * What the first program does when another start is attempted. Null when it is about to end:
+     * another start then waits for that, and becomes the first.
+     */
     virtual void onBringForward(std::function<void()> action) = 0;
 };
 

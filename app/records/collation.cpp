@@ -4,7 +4,8 @@ namespace zorvane::records
 {
 
 NameOrder::NameOrder(const QLocale &locale)
-    : m_collator(locale == QLocale::c() ? QLocale(QLocale::English) : locale)
+    // By its language: a system's own "C" is not equal to Qt's.
+    : m_collator(locale.language() == QLocale::C ? QLocale(QLocale::English) : locale)
 {
     m_collator.setCaseSensitivity(Qt::CaseInsensitive);
 }

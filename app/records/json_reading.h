@@ -16,7 +16,7 @@
 /**
  * @file
  * Reading of single JSON values, as strict about types and presence as the platform's own coder: a
- * wrong type is an error, never "absent". The readers throw JsonError, which ends at the function
+ * wrong type is an error, never "absent". The readers throw Error, which ends at the function
  * that decodes a whole document and goes no further.
  */
 namespace zorvane::records::json

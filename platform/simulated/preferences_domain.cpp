@@ -34,7 +34,13 @@ PreferencesDomain::PreferencesDomain(std::filesystem::path file)
 {
 }
 
-PreferencesDomain::~PreferencesDomain() = default;
+PreferencesDomain::~PreferencesDomain()
+{
+    const std::lock_guard lock(m_mutex);
+    // What could not be written is tried a last time; the disk may have room again.
+    if (!m_changes.isEmpty())
+        addWriteJob();
+}
 
 QVariant PreferencesDomain::value(const QString &key) const
 {

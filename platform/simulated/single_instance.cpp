@@ -55,6 +55,8 @@ LockedInstance::~LockedInstance()
 void LockedInstance::onBringForward(std::function<void()> action)
 {
     m_bringForward = std::move(action);
+    if (!m_bringForward)
+        m_server.close();
 }
 
 SingleInstance::Outcome LockedInstance::acquire()

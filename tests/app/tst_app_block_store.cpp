@@ -169,15 +169,18 @@ private Q_SLOTS:
     {
         using platform::Priority;
         StoreFixture f;
+        // Where the filter is not asked for its state, which is work in the background too.
+        f.system.mainBundle.path = "/tmp/Zorvane.app";
         auto stale = sampleApplication(u"A"_s, u"com.example.A"_s);
         stale.inspectionVersion = 4;
         f.storeList({stale});
         f.system.preferences.values.insert(u"protectionRequested"_s, false);
         const auto store = f.loadedStore();
         store->addApplication(QUrl::fromLocalFile(u"/A.app"_s));
-        QCOMPARE(f.system.scheduler.priorities().constFirst(), Priority::UserInitiated);
-        QVERIFY(f.system.scheduler.priorities().contains(Priority::Utility));
-        QCOMPARE(f.system.scheduler.priorities().constLast(), Priority::UserInitiated);
+        const auto load = Priority::UserInitiated;
+        const auto reinspection = Priority::Utility;
+        const auto addition = Priority::UserInitiated;
+        QCOMPARE(f.system.scheduler.priorities(), (QList{load, reinspection, addition}));
     }
 
     void anAdditionInspectedBeforeTheLoadWaitsForIt()
@@ -197,6 +200,26 @@ private Q_SLOTS:
         QVERIFY(!store.isAddingApplication());
         QCOMPARE(names(store), QStringList({u"A"_s, u"Stored"_s}));
         QCOMPARE(f.storedList().size(), 2);
+    }
+
+    void anAdditionThatWaitedForTheLoadIsBlockedToo()
+    {
+        StoreFixture f;
+        f.storeList({sampleApplication(u"Stored"_s, u"com.example.Stored"_s)});
+        f.system.preferences.values.insert(u"protectionRequested"_s, true);
+        f.system.filterManager.stored.enabled = true;
+        f.system.addBundle(u"/A.app"_s, u"com.example.A"_s);
+        AppBlockStore store(f.system.ports);
+        store.addApplication(QUrl::fromLocalFile(u"/A.app"_s));
+        f.system.scheduler.runBackgroundJob(1);
+        f.system.scheduler.settle();
+        f.system.systemExtensions.delegate()->requestDidFinish(
+            platform::ActivationResult::Completed);
+        f.system.scheduler.settle();
+        QCOMPARE(f.system.filterManager.stored.provider->vendorConfiguration.at(
+                     u"blockedCodeIdentities"_s),
+            store.blockedCodeIdentityKeys());
+        QCOMPARE(store.blockedCodeIdentityKeys().size(), 2);
     }
 
     void removesByIdAndHandsTheRulesOverWhateverTheStatus()

@@ -99,6 +99,7 @@ private Q_SLOTS:
         f.start();
         f.store->setProtectionEnabled(true);
         QCOMPARE(f.store->filterController()->status(), FilterStatus(Kind::Activating));
+        f.system.filterManager.stored.enabled = true; // by somebody else, meanwhile
         f.store->setProtectionEnabled(false);
         f.system.scheduler.settle();
         QCOMPARE(f.wish(), false);
@@ -217,6 +218,22 @@ private Q_SLOTS:
         f.finishActivation();
         QCOMPARE(f.writtenKeys(), toolKeys);
         QVERIFY(f.system.filterManager.stored.enabled);
+    }
+
+    void anApprovalAwaitedBeforeTheListIsLoadedActivatesNothing()
+    {
+        Fixture f({tool}, true);
+        f.store = std::make_unique<AppBlockStore>(f.system.ports);
+        f.system.filterManager.loadErrors.push_back(
+            platform::PlatformError{u"NEFilterErrorDomain"_s, 5, u"permission denied"_s});
+        f.store->refreshProtection();
+        f.system.scheduler.runBackgroundJob(1);
+        f.system.scheduler.runPosted();
+        QCOMPARE(f.store->filterController()->status(), FilterStatus(Kind::AwaitingApproval));
+        QVERIFY(!f.store->hasLoadedApplications());
+        f.store->refreshProtection();
+        f.system.scheduler.settle();
+        QCOMPARE(f.activations(), 0);
     }
 
     void inactiveBeforeTheListIsLoadedDecidesNothing()

@@ -34,6 +34,8 @@ public:
 
     /** The next line that it says; empty if it ended or says nothing for a while. */
     QByteArray line() { return nextLine(QProcess::StandardOutput); }
+    /** Waits; true if it says something in the meantime. */
+    bool saysSomethingWithin(int milliseconds) { return m_process.waitForReadyRead(milliseconds); }
     /** The next line on its standard error, likewise. */
     QByteArray errorLine() { return nextLine(QProcess::StandardError); }
 

@@ -167,6 +167,18 @@ private Q_SLOTS:
         QVERIFY(!folder.hasFile(u"zorvane.socket"_s));
     }
 
+    void aStartWhileTheFirstEndsWaitsForThatAndTakesItsPlace()
+    {
+        const StateFolder folder;
+        auto ending = std::make_unique<LockedInstance>(folder.path(), u"zorvane"_s);
+        QCOMPARE(ending->acquire(), Outcome::First);
+        ending->onBringForward(nullptr);
+        Start next(folder.filePath(QString()));
+        QVERIFY(!next.saysSomethingWithin(500));
+        ending.reset();
+        QCOMPARE(next.line(), "first");
+    }
+
     void theLockIsNotHandedOnToProgramsThatItsHolderStarts()
     {
         const StateFolder folder;

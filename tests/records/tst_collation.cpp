@@ -44,7 +44,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, first);
         QFETCH(QString, second);
-        for (const QLocale &locale : {english, QLocale::c()}) {
+        for (const QLocale &locale : {english, QLocale::c(), QLocale::system()}) {
             const NameOrder precedes(locale);
             QVERIFY(precedes(first, second));
             QVERIFY(!precedes(second, first));
