@@ -9,6 +9,7 @@
 #include "platform/icons.h"
 #include "platform/log.h"
 #include "platform/main_bundle.h"
+#include "platform/motion_preference.h"
 #include "platform/preferences.h"
 #include "platform/scheduler.h"
 #include "platform/system_actions.h"
@@ -46,6 +47,7 @@ struct Platform {
     std::unique_ptr<SystemExtensions> systemExtensions;
     std::unique_ptr<SystemActions> actions;
     std::unique_ptr<FileAccess> fileAccess;
+    std::unique_ptr<MotionPreference> motion;
 };
 
 /** The ports of the system that this program was built for. Main thread, after the application

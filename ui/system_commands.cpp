@@ -3,9 +3,16 @@
 namespace zorvane::ui
 {
 
-SystemCommands::SystemCommands(platform::SystemActions &actions)
+SystemCommands::SystemCommands(platform::SystemActions &actions, platform::MotionPreference &motion)
     : m_actions(actions)
+    , m_motion(motion)
 {
+    m_motion.watch([this] { Q_EMIT reducesMotionChanged(); });
+}
+
+SystemCommands::~SystemCommands()
+{
+    m_motion.watch(nullptr);
 }
 
 void SystemCommands::openSystemSettings()

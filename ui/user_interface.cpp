@@ -45,7 +45,7 @@ void provideFont()
 UserInterface::UserInterface(app::AppBlockStore &store, platform::Platform &platform)
     : m_store(store)
     , m_applications(store)
-    , m_system(*platform.actions)
+    , m_system(*platform.actions, *platform.motion)
     , m_onboarding(store, *platform.preferences)
 {
     m_engine.addImportPath(u"qrc:/qt/qml"_s);

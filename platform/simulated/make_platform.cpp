@@ -1,6 +1,7 @@
 #include "platform/platform.h"
 
 #include "platform/bundle_reading.h"
+#include "platform/simulated/desktop_motion.h"
 #include "platform/simulated/filter_manager.h"
 #include "platform/simulated/log.h"
 #include "platform/simulated/main_bundle.h"
@@ -37,6 +38,7 @@ Platform makePlatform()
         = std::make_unique<SimulatedSystemExtensions>(system, *platform.scheduler);
     platform.actions = std::make_unique<DesktopActions>();
     platform.fileAccess = std::make_unique<OpenFileAccess>();
+    platform.motion = std::make_unique<DesktopMotion>(QDBusConnection::sessionBus());
     qCInfo(simulatedSystem).noquote()
         << "Running on the simulated system in" << textOf(system->folder())
         << "- nothing is blocked on this system";

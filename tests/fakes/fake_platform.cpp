@@ -34,6 +34,7 @@ FakePlatform::FakePlatform()
     , systemExtensions(install<FakeSystemExtensions>(ports.systemExtensions))
     , actions(install<FakeActions>(ports.actions))
     , fileAccess(install<FakeFileAccess>(ports.fileAccess))
+    , motion(install<FakeMotion>(ports.motion))
 {
 }
 

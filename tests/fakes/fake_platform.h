@@ -33,6 +33,7 @@ public:
     FakeSystemExtensions &systemExtensions;
     FakeActions &actions;
     FakeFileAccess &fileAccess;
+    FakeMotion &motion;
 };
 
 } // namespace zorvane::tests

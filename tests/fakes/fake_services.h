@@ -8,6 +8,7 @@
 #include "platform/icons.h"
 #include "platform/log.h"
 #include "platform/main_bundle.h"
+#include "platform/motion_preference.h"
 #include "platform/preferences.h"
 #include "platform/system_actions.h"
 
@@ -136,6 +137,24 @@ public:
 
     QList<QString> downloads{QStringLiteral("/Users/someone/Downloads")};
     QStringList calls;
+};
+
+class FakeMotion final : public platform::MotionPreference
+{
+public:
+    [[nodiscard]] bool isReduced() const override { return m_isReduced; }
+    void watch(std::function<void()> changed) override { m_changed = std::move(changed); }
+
+    void setReduced(bool reduced)
+    {
+        m_isReduced = reduced;
+        if (m_changed)
+            m_changed();
+    }
+
+private:
+    std::function<void()> m_changed;
+    bool m_isReduced = false;
 };
 
 class FakeFileAccess final : public platform::FileAccess

@@ -59,7 +59,7 @@ FocusScope {
         height: root.boxHeight
         radius: root.boxRadius
         color: Theme.sheet
-        scale: 0.96 + 0.04 * root.opacity
+        scale: Motion.modalFrom + (1 - Motion.modalFrom) * root.opacity
 
         Shadow {
             blur: root.shadowBlur

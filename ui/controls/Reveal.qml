@@ -13,6 +13,7 @@ FocusScope {
     default property alias content: inside.content
     property real gap: 12
     property real progress: shown ? 1 : 0
+    readonly property real growth: Motion.reduced ? Math.ceil(progress) : progress
 
     function followShown(): void {
         if (!root.shown && root.activeFocus)
@@ -21,9 +22,9 @@ FocusScope {
     }
 
     visible: progress > 0
-    height: visible ? Math.round(progress * (inside.height + gap)) : 0
+    height: visible ? Math.round(growth * (inside.height + gap)) : 0
     opacity: progress
-    clip: progress < 1
+    clip: growth < 1
 
     Component.onCompleted: followShown()
     onShownChanged: afterChange.restart()

@@ -22,7 +22,7 @@ Item {
 
     Behavior on scale  {
         NumberAnimation {
-            duration: Motion.dropZone
+            duration: Motion.dropZoneScale
             easing.type: Easing.OutCubic
         }
     }

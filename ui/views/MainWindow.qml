@@ -18,6 +18,12 @@ Window {
     minimumWidth: 680
     minimumHeight: 560
 
+    Binding {
+        target: Motion
+        property: "reduced"
+        value: root.system.reducesMotion
+    }
+
     /* Whoever had the keyboard before a box came up has it again. */
     function giveFocusBack(): void {
         if (alert.open)

@@ -67,7 +67,7 @@ ModalLayer {
             message: modelData.message
             opacity: current ? 1 : 0
             visible: opacity > 0
-            scale: current ? 1 : 0.97
+            scale: current ? 1 : Motion.pageFrom
 
             Behavior on opacity  {
                 NumberAnimation {
@@ -132,7 +132,7 @@ ModalLayer {
 
                 Behavior on width  {
                     NumberAnimation {
-                        duration: Motion.page
+                        duration: Motion.pageMark
                         easing.type: Easing.OutCubic
                     }
                 }
