@@ -34,6 +34,8 @@ FakePlatform::FakePlatform()
     , systemExtensions(install<FakeSystemExtensions>(ports.systemExtensions))
     , actions(install<FakeActions>(ports.actions))
     , fileAccess(install<FakeFileAccess>(ports.fileAccess))
+    , manifestFetcher(install<FakeManifestFetcher>(ports.manifestFetcher, scheduler))
+    , notifications(install<FakeUserNotifications>(ports.notifications, scheduler))
 {
 }
 

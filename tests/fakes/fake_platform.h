@@ -3,6 +3,7 @@
 #include "fakes/fake_filter.h"
 #include "fakes/fake_scheduler.h"
 #include "fakes/fake_services.h"
+#include "fakes/fake_updates.h"
 #include "platform/platform.h"
 
 namespace zorvane::tests
@@ -33,6 +34,8 @@ public:
     FakeSystemExtensions &systemExtensions;
     FakeActions &actions;
     FakeFileAccess &fileAccess;
+    FakeManifestFetcher &manifestFetcher;
+    FakeUserNotifications &notifications;
 };
 
 } // namespace zorvane::tests
