@@ -141,9 +141,9 @@ void UpdateController::apply(const AppUpdate &update, bool userInitiated)
 bool UpdateController::isNewerThanRunning(const AppUpdate &update) const
 {
     const QString running = m_services.mainBundle.shortVersion().value_or(u"0"_s);
-    const auto order = compareNumerically(update.version, running);
-    if (order != std::strong_ordering::equal)
-        return order == std::strong_ordering::greater;
+    const int order = compareNumerically(update.version, running);
+    if (order != 0)
+        return order > 0;
     const QString runningBuild = m_services.mainBundle.buildVersion().value_or(u"0"_s);
     return update.build && buildNumber(runningBuild) < *update.build;
 }

@@ -1,6 +1,7 @@
 #include "updates/version_comparison.h"
 
 #include <algorithm>
+#include <compare>
 #include <QList>
 #include <span>
 
@@ -27,33 +28,38 @@ Characters takeNumber(Characters &text)
     return number;
 }
 
-std::strong_ordering compareNumbers(Characters a, Characters b)
+int order(std::strong_ordering ordering)
+{
+    return (ordering > 0) - (ordering < 0);
+}
+
+int compareNumbers(Characters a, Characters b)
 {
     if (a.size() != b.size())
-        return a.size() <=> b.size();
-    return std::lexicographical_compare_three_way(a.begin(), a.end(), b.begin(), b.end());
+        return order(a.size() <=> b.size());
+    return order(std::lexicographical_compare_three_way(a.begin(), a.end(), b.begin(), b.end()));
 }
 
 } // namespace
 
-std::strong_ordering compareNumerically(const QString &a, const QString &b)
+int compareNumerically(const QString &a, const QString &b)
 {
     const auto left = a.normalized(QString::NormalizationForm_C).toUcs4();
     const auto right = b.normalized(QString::NormalizationForm_C).toUcs4();
     Characters x(left.begin(), left.end());
     Characters y(right.begin(), right.end());
     while (!x.empty() && !y.empty()) {
-        std::strong_ordering order = x.front() <=> y.front();
+        int result = order(x.front() <=> y.front());
         if (isDigit(x.front()) && isDigit(y.front())) {
-            order = compareNumbers(takeNumber(x), takeNumber(y));
+            result = compareNumbers(takeNumber(x), takeNumber(y));
         } else {
             x = x.subspan(1);
             y = y.subspan(1);
         }
-        if (order != std::strong_ordering::equal)
-            return order;
+        if (result != 0)
+            return result;
     }
-    return x.size() <=> y.size();
+    return order(x.size() <=> y.size());
 }
 
 qint64 buildNumber(const QString &text)

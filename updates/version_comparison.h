@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <QString>
 
 /**
@@ -11,11 +10,12 @@ namespace zorvane::updates
 {
 
 /**
- * Orders two texts as the platform's numeric comparison does: in composed form, runs of ASCII
- * digits by value, however long, everything else by code point; where one text ends, the longer one
- * is greater. No locale, no signs, letter case counts.
+ * Below, equal to or above 0 as @p a goes before, with or after @p b. Orders as the platform's
+ * numeric comparison does: in composed form, runs of ASCII digits by value, however long,
+ * everything else by code point; where one text ends, the longer one is greater. No locale, no
+ * signs, letter case counts.
  */
-[[nodiscard]] std::strong_ordering compareNumerically(const QString &a, const QString &b);
+[[nodiscard]] int compareNumerically(const QString &a, const QString &b);
 
 /**
  * The number that @p text is: an optional sign and ASCII digits, nothing else, within 64 bits. 0
