@@ -27,7 +27,8 @@ struct ManifestRequest {
 /** An answer over HTTP, whatever its status. */
 struct ManifestResponse {
     int status = 0;
-    /** Where there was more than the longest body asked for, that much and one byte of it. */
+    /** Where there was more than the longest body asked for, that much and one byte of it. That of
+     * a status of failure may be incomplete. */
     QByteArray body;
 };
 

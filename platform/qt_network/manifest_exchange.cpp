@@ -7,20 +7,6 @@ using namespace Qt::StringLiterals;
 namespace zorvane::platform::qt_network
 {
 
-namespace
-{
-
-/** True for the errors that only say in Qt's words what an HTTP status says. */
-bool isStatusError(QNetworkReply::NetworkError error)
-{
-    return (error >= QNetworkReply::ContentAccessDenied
-               && error <= QNetworkReply::UnknownContentError)
-        || (error >= QNetworkReply::InternalServerError
-            && error <= QNetworkReply::UnknownServerError);
-}
-
-} // namespace
-
 PlatformError errorOf(QNetworkReply::NetworkError code, const QString &description)
 {
     return {u"QNetworkReply"_s, code, description};
@@ -36,6 +22,9 @@ ManifestExchange::ManifestExchange(
     m_reply.setReadBufferSize(m_mostBytes);
     connect(reply, &QNetworkReply::readyRead, this, &ManifestExchange::read);
     connect(reply, &QNetworkReply::finished, this, &ManifestExchange::finished);
+    // Not every error ends the reply: one that unpacks to far too much goes on without an end.
+    connect(reply, &QNetworkReply::errorOccurred, this, &ManifestExchange::finished,
+        Qt::QueuedConnection);
     watchClock(request);
 }
 
@@ -64,14 +53,16 @@ void ManifestExchange::read()
 
 void ManifestExchange::finished()
 {
+    if (!m_done)
+        return;
     if (m_reply.isOpen() && m_body.size() < m_mostBytes)
         m_body += m_reply.read(m_mostBytes - m_body.size());
-    const auto error = m_reply.error();
-    if (error == QNetworkReply::NoError || isStatusError(error))
-        answer(ManifestResponse{
-            m_reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), m_body});
+    const int status = m_reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    // To Qt the statuses of failure are errors as well; here they are answers.
+    if (m_reply.error() == QNetworkReply::NoError || status >= 400)
+        answer(ManifestResponse{status, m_body});
     else
-        answer(errorOf(error, m_reply.errorString()));
+        answer(errorOf(m_reply.error(), m_reply.errorString()));
 }
 
 void ManifestExchange::timedOut()

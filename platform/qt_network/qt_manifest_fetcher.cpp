@@ -27,7 +27,7 @@ public:
 };
 
 QNetworkRequest networkRequest(
-    const ManifestRequest &request, const QList<QSslCertificate> &moreAuthorities)
+    const ManifestRequest &request, const QList<QSslCertificate> &authorities)
 {
     QNetworkRequest result(request.address);
     result.setRawHeader("Accept", request.accept);
@@ -35,9 +35,9 @@ QNetworkRequest networkRequest(
     result.setAttribute(
         QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
     result.setMaximumRedirectsAllowed(mostRedirects);
-    if (!moreAuthorities.isEmpty()) {
+    if (!authorities.isEmpty()) {
         QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-        configuration.addCaCertificates(moreAuthorities);
+        configuration.setCaCertificates(authorities);
         result.setSslConfiguration(configuration);
     }
     return result;
@@ -45,8 +45,8 @@ QNetworkRequest networkRequest(
 
 } // namespace
 
-QtManifestFetcher::QtManifestFetcher(const QList<QSslCertificate> &moreAuthorities)
-    : m_moreAuthorities(moreAuthorities)
+QtManifestFetcher::QtManifestFetcher(const QList<QSslCertificate> &authorities)
+    : m_authorities(authorities)
 {
     m_manager.setProxyFactory(new SystemProxies); // owned by the manager
 }
@@ -65,7 +65,7 @@ void QtManifestFetcher::fetch(const ManifestRequest &request, Completion done)
             Qt::QueuedConnection);
         return;
     }
-    auto *const reply = m_manager.get(networkRequest(request, m_moreAuthorities));
+    auto *const reply = m_manager.get(networkRequest(request, m_authorities));
     new ManifestExchange(reply, request, std::move(done)); // ends with the reply
 }
 

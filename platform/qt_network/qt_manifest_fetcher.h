@@ -16,15 +16,15 @@ namespace zorvane::platform::qt_network
 class QtManifestFetcher final : public ManifestFetcher
 {
 public:
-    /** Trusts @p moreAuthorities beside those that the system trusts. */
-    explicit QtManifestFetcher(const QList<QSslCertificate> &moreAuthorities = {});
+    /** Trusts @p authorities, if any are given, in the place of those that the system trusts. */
+    explicit QtManifestFetcher(const QList<QSslCertificate> &authorities = {});
     /** Ends exchanges that are under way. */
     ~QtManifestFetcher() override;
 
     void fetch(const ManifestRequest &request, Completion done) override;
 
 private:
-    const QList<QSslCertificate> m_moreAuthorities;
+    const QList<QSslCertificate> m_authorities;
     QNetworkAccessManager m_manager;
 };
 
