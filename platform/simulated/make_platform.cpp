@@ -1,6 +1,8 @@
 #include "platform/platform.h"
 
 #include "platform/bundle_reading.h"
+#include "platform/qt_network/qt_manifest_fetcher.h"
+#include "platform/simulated/desktop_notifications.h"
 #include "platform/simulated/filter_manager.h"
 #include "platform/simulated/log.h"
 #include "platform/simulated/main_bundle.h"
@@ -37,6 +39,9 @@ Platform makePlatform()
         = std::make_unique<SimulatedSystemExtensions>(system, *platform.scheduler);
     platform.actions = std::make_unique<DesktopActions>();
     platform.fileAccess = std::make_unique<OpenFileAccess>();
+    platform.manifestFetcher = std::make_unique<qt_network::QtManifestFetcher>();
+    platform.notifications = std::make_unique<DesktopNotifications>(
+        QDBusConnection::sessionBus(), system->notificationsFile(), *platform.scheduler);
     qCInfo(simulatedSystem).noquote()
         << "Running on the simulated system in" << textOf(system->folder())
         << "- nothing is blocked on this system";
