@@ -22,7 +22,8 @@ public:
     explicit UpdateAgent(platform::Platform &platform, const QUrl &manifestURL = manifestAddress());
     ~UpdateAgent();
 
-    /** Starts the one check; @p ended is called once, when there is nothing left to do. */
+    /** Starts the one check; @p ended is called once, in a later turn of the main loop, when there
+     * is nothing left to do. */
     void run(std::function<void()> ended);
 
 private:
