@@ -1,6 +1,7 @@
 #include "https/https_server.h"
 
 #include <memory>
+#include <QProcess>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -75,6 +76,18 @@ QByteArray chunked(const QByteArray &body)
         result += QByteArray::number(chunk.size(), 16) + "\r\n" + chunk + "\r\n";
     }
     return result;
+}
+
+/** @p bytes as a gzip file holds them. */
+QByteArray gzip(const QByteArray &bytes)
+{
+    QProcess process;
+    process.start(u"gzip"_s, {u"-c"_s});
+    process.write(bytes);
+    process.closeWriteChannel();
+    if (!process.waitForFinished() || process.exitCode() != 0)
+        qFatal("gzip failed");
+    return process.readAllStandardOutput();
 }
 
 void repeat(QSslSocket &socket, int interval, std::function<void(QSslSocket &)> step)

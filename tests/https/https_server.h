@@ -44,6 +44,9 @@ private:
 /** @p body in chunks of several sizes, without the closing one. */
 [[nodiscard]] QByteArray chunked(const QByteArray &body);
 
+/** @p bytes as a gzip file holds them. */
+[[nodiscard]] QByteArray gzip(const QByteArray &bytes);
+
 /** Does @p step every @p interval until the connection ends. */
 void repeat(QSslSocket &socket, int interval, std::function<void(QSslSocket &)> step);
 

@@ -1,61 +1,14 @@
-#include "fakes/fake_platform.h"
-#include "sample_updates.h"
-#include "updates/update_controller.h"
+#include "update_fixture.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 using namespace zorvane;
 using namespace zorvane::tests;
 using updates::AppUpdate;
 using updates::UpdateController;
 
-namespace
-{
-
-const QString lastCheckKey = u"updates.lastCheckedAt"_s;
-const QString cachedManifestKey = u"updates.cachedManifest"_s;
-const QString failureText
-    = u"Zorvane could not check for updates. Check your internet connection and try again."_s;
-
-struct Fixture {
-    FakePlatform system;
-
-    [[nodiscard]] std::unique_ptr<UpdateController> controller()
-    {
-        return std::make_unique<UpdateController>(UpdateController::Services{system.scheduler,
-            system.preferences, system.mainBundle, system.manifestFetcher, system.actions});
-    }
-
-    /** A controller after one check by the user that was answered so. */
-    [[nodiscard]] std::unique_ptr<UpdateController> checked(
-        const platform::ManifestFetcher::Result &answer)
-    {
-        auto result = controller();
-        check(*result, answer);
-        return result;
-    }
-
-    void check(UpdateController &updates, const platform::ManifestFetcher::Result &answer)
-    {
-        system.manifestFetcher.answers = {answer};
-        updates.checkForUpdates(true, true);
-        system.scheduler.settle();
-    }
-
-    [[nodiscard]] qsizetype fetches() const { return system.manifestFetcher.requests.size(); }
-};
-
-QByteArray manifestOfSize(qsizetype size)
-{
-    QByteArray body = updates::encodedUpdate(sampleUpdate(u"2.0"_s));
-    return body + QByteArray(size - body.size(), ' ');
-}
-
-} // namespace
-
+/** What the controller tells of what it knows. */
 class TestUpdateController : public QObject
 {
     Q_OBJECT
@@ -63,7 +16,7 @@ class TestUpdateController : public QObject
 private Q_SLOTS:
     void startsWithNothingToTell()
     {
-        Fixture f;
+        UpdateFixture f;
         const auto updates = f.controller();
         QVERIFY(!updates->availableUpdate());
         QVERIFY(!updates->isChecking());
@@ -118,7 +71,7 @@ private Q_SLOTS:
         QFETCH(std::optional<QString>, running);
         QFETCH(std::optional<QString>, runningBuild);
         QFETCH(bool, newer);
-        Fixture f;
+        UpdateFixture f;
         f.system.mainBundle.version = running;
         f.system.mainBundle.build = runningBuild;
         const AppUpdate update = sampleUpdate(published, publishedBuild);
@@ -127,32 +80,9 @@ private Q_SLOTS:
         QCOMPARE(updates->isBannerVisible(), newer);
     }
 
-    void asksForTheManifestAsStated()
-    {
-        Fixture f;
-        const auto updates = f.checked(answerOf(sampleUpdate(u"2.0"_s)));
-        QCOMPARE(f.fetches(), 1);
-        const auto &request = f.system.manifestFetcher.requests.constFirst();
-        QCOMPARE(request.address, QUrl(u"https://kestrelworks.dev/updates/latest.json"_s));
-        QCOMPARE(request.accept, "application/json");
-        QCOMPARE(request.longestBody, 65536);
-        QCOMPARE(request.idleTimeout.count(), 10'000);
-        QCOMPARE(request.totalTimeout.count(), 60'000);
-    }
-
-    void keepsWhatItReceivedAndWhenItDid()
-    {
-        Fixture f;
-        const QByteArray body = "\xEF\xBB\xBF { \"version\" : \"2.0\", \"downloadURL\":"
-                                "\"https://www.kestrelworks.dev/d\", \"unknown\": 1.50 }\n";
-        const auto updates = f.checked(answerOf(body));
-        QCOMPARE(f.system.preferences.data(cachedManifestKey), body);
-        QCOMPARE(f.system.preferences.date(lastCheckKey), f.system.scheduler.now());
-    }
-
     void tellsTheUserOfANewerRelease()
     {
-        Fixture f;
+        UpdateFixture f;
         const auto updates = f.checked(answerOf(sampleUpdate(u"2.0"_s)));
         QCOMPARE(updates->message(), u"Zorvane 2.0 is available."_s);
         const auto forViews = updates->availableUpdateForViews().value<AppUpdate>();
@@ -172,129 +102,16 @@ private Q_SLOTS:
     void tellsTheUserThatThereIsNone()
     {
         QFETCH(std::optional<QString>, running);
-        Fixture f;
+        UpdateFixture f;
         f.system.mainBundle.version = running;
         const auto updates = f.checked(answerOf(sampleUpdate(u"0"_s)));
         QTEST(updates->messageForViews(), "message");
         QVERIFY(!updates->isBannerVisible());
     }
 
-    void checksOnceInADayUnlessForced_data()
-    {
-        QTest::addColumn<qint64>("millisecondsAgo");
-        QTest::addColumn<bool>("force");
-        QTest::addColumn<int>("fetches");
-        const qint64 hour = 3'600'000;
-        QTest::newRow("23 hours ago") << 23 * hour << false << 0;
-        QTest::newRow("just under a day ago") << 24 * hour - 1 << false << 0;
-        QTest::newRow("24 hours ago") << 24 * hour << false << 1;
-        QTest::newRow("in the future") << -hour << false << 0;
-        QTest::newRow("just now, forced") << qint64(0) << true << 1;
-    }
-
-    void checksOnceInADayUnlessForced()
-    {
-        QFETCH(qint64, millisecondsAgo);
-        QFETCH(bool, force);
-        Fixture f;
-        f.system.preferences.values.insert(
-            lastCheckKey, f.system.scheduler.now().addMSecs(-millisecondsAgo));
-        const auto updates = f.controller();
-        updates->checkForUpdates(force, false);
-        f.system.scheduler.settle();
-        QTEST(int(f.fetches()), "fetches");
-    }
-
-    void aLastCheckThatIsNoDateDoesNotBlock()
-    {
-        Fixture f;
-        f.system.preferences.values.insert(lastCheckKey, u"yesterday"_s);
-        const auto updates = f.controller();
-        updates->checkForUpdates(false, false);
-        QCOMPARE(f.fetches(), 1);
-    }
-
-    void aSecondCheckWaitsForTheDayAfterASuccess()
-    {
-        Fixture f;
-        f.system.manifestFetcher.answers = {answerOf(sampleUpdate(u"2.0"_s))};
-        const auto updates = f.controller();
-        updates->checkForUpdates(false, false);
-        f.system.scheduler.settle();
-        f.system.scheduler.advance(23h);
-        updates->checkForUpdates(false, false);
-        QCOMPARE(f.fetches(), 1);
-        f.system.scheduler.advance(1h);
-        updates->checkForUpdates(false, false);
-        QCOMPARE(f.fetches(), 2);
-    }
-
-    void aFailureKeepsEverythingAndDelaysNothing_data()
-    {
-        QTest::addColumn<platform::ManifestFetcher::Result>("answer");
-        const auto manifest = [](const QString &address) {
-            AppUpdate update = sampleUpdate(u"3.0"_s);
-            update.downloadURL = address;
-            return answerOf(update);
-        };
-        const QByteArray good = updates::encodedUpdate(sampleUpdate(u"3.0"_s));
-        QTest::newRow("the network is down") << platform::ManifestFetcher::Result(
-            platform::PlatformError{u"network"_s, 1, u"down"_s});
-        QTest::newRow("status 199") << answerOf(good, 199);
-        QTest::newRow("status 300") << answerOf(good, 300);
-        QTest::newRow("status 404") << answerOf(good, 404);
-        QTest::newRow("65537 bytes of valid JSON") << answerOf(manifestOfSize(65537));
-        QTest::newRow("no JSON") << answerOf(QByteArray("<html>"));
-        QTest::newRow("an empty body") << answerOf(QByteArray());
-        QTest::newRow("a wrong type") << answerOf(json("{'version':3,'downloadURL':'https://a/'}"));
-        QTest::newRow("plain http on an allowed host") << manifest(u"http://kestrelworks.dev/"_s);
-        QTest::newRow("https on another host") << manifest(u"https://evil.example/"_s);
-    }
-
-    void aFailureKeepsEverythingAndDelaysNothing()
-    {
-        QFETCH(platform::ManifestFetcher::Result, answer);
-        Fixture f;
-        const auto updates = f.checked(answerOf(sampleUpdate(u"2.0"_s)));
-        const QVariantMap stored = f.system.preferences.values;
-        f.system.scheduler.advance(48h);
-        f.check(*updates, answer);
-        QCOMPARE(updates->message(), failureText);
-        QVERIFY(!updates->isChecking());
-        QCOMPARE(updates->availableUpdate()->version, u"2.0"_s);
-        QVERIFY(updates->isBannerVisible());
-        QCOMPARE(f.system.preferences.values, stored);
-        updates->checkForUpdates(false, false);
-        QVERIFY(updates->isChecking());
-    }
-
-    void takesEveryStatusFrom200To299_data()
-    {
-        QTest::addColumn<int>("status");
-        QTest::newRow("200") << 200;
-        QTest::newRow("204") << 204;
-        QTest::newRow("299") << 299;
-    }
-
-    void takesEveryStatusFrom200To299()
-    {
-        QFETCH(int, status);
-        Fixture f;
-        const auto updates
-            = f.checked(answerOf(updates::encodedUpdate(sampleUpdate(u"2.0"_s)), status));
-        QVERIFY(updates->availableUpdate());
-    }
-
-    void takesABodyOf65536Bytes()
-    {
-        Fixture f;
-        const auto updates = f.checked(answerOf(manifestOfSize(65536)));
-        QVERIFY(updates->availableUpdate());
-    }
-
     void anAutomaticCheckIsSilent()
     {
-        Fixture f;
+        UpdateFixture f;
         const auto updates = f.checked(answerOf(QByteArray("<html>")));
         f.system.manifestFetcher.answers = {answerOf(sampleUpdate(u"2.0"_s))};
         updates->checkForUpdates(true, false);
@@ -307,46 +124,9 @@ private Q_SLOTS:
         QVERIFY(f.system.log.lines.isEmpty());
     }
 
-    void aCheckDuringAnotherDoesNothing()
-    {
-        Fixture f;
-        const auto updates = f.checked(answerOf(QByteArray("<html>")));
-        updates->checkForUpdates(true, false);
-        QVERIFY(updates->isChecking());
-        const QSignalSpy changes(updates.get(), &UpdateController::changed);
-        bool ended = false;
-        updates->checkForUpdates(true, true, [&] { ended = true; });
-        QVERIFY(ended);
-        QCOMPARE(f.fetches(), 2);
-        QCOMPARE(updates->message(), failureText);
-        QVERIFY(changes.isEmpty());
-        f.system.scheduler.settle();
-        QVERIFY(!updates->isChecking());
-    }
-
-    void theUsersNextCheckClearsTheMessage()
-    {
-        Fixture f;
-        const auto updates = f.checked(answerOf(QByteArray("<html>")));
-        updates->checkForUpdates(true, true);
-        QVERIFY(!updates->message());
-        QVERIFY(updates->isChecking());
-    }
-
-    void tellsWhenACheckHasEnded()
-    {
-        Fixture f;
-        const auto updates = f.controller();
-        bool ended = false;
-        updates->checkForUpdates(true, false, [&] { ended = !updates->isChecking(); });
-        QVERIFY(!ended);
-        f.system.scheduler.settle();
-        QVERIFY(ended);
-    }
-
     void aHiddenBannerComesBackWithTheNextCheck()
     {
-        Fixture f;
+        UpdateFixture f;
         const auto updates = f.checked(answerOf(sampleUpdate(u"2.0"_s)));
         updates->setBannerVisible(false);
         QVERIFY(updates->availableUpdate());
@@ -357,7 +137,7 @@ private Q_SLOTS:
 
     void aReleaseThatIsTakenBackClearsTheBanner()
     {
-        Fixture f;
+        UpdateFixture f;
         const auto updates = f.checked(answerOf(sampleUpdate(u"2.0"_s)));
         f.check(*updates, answerOf(sampleUpdate(u"1.0"_s)));
         QVERIFY(!updates->availableUpdate());
@@ -366,7 +146,7 @@ private Q_SLOTS:
 
     void showsTheCachedManifestAtLaunch()
     {
-        Fixture f;
+        UpdateFixture f;
         const auto before = f.checked(answerOf(sampleUpdate(u"2.0"_s)));
         f.system.preferences.written.clear();
         const auto updates = f.controller();
@@ -379,7 +159,7 @@ private Q_SLOTS:
 
     void aCachedManifestThatIsNoLongerNewerShowsNothing()
     {
-        Fixture f;
+        UpdateFixture f;
         const auto before = f.checked(answerOf(sampleUpdate(u"2.0"_s)));
         f.system.mainBundle.version = u"2.0"_s;
         const auto updates = f.controller();
@@ -398,7 +178,7 @@ private Q_SLOTS:
     void ignoresADamagedCachedManifest()
     {
         QFETCH(QVariant, stored);
-        Fixture f;
+        UpdateFixture f;
         f.system.preferences.values.insert(cachedManifestKey, stored);
         const auto updates = f.controller();
         QVERIFY(!updates->availableUpdate());
@@ -407,7 +187,7 @@ private Q_SLOTS:
 
     void aCachedManifestIsShownAndOpenedWhateverItsAddress()
     {
-        Fixture f;
+        UpdateFixture f;
         AppUpdate update = sampleUpdate(u"2.0"_s);
         update.downloadURL = u"http://elsewhere.example/d"_s;
         f.system.preferences.values.insert(cachedManifestKey, updates::encodedUpdate(update));
@@ -420,7 +200,7 @@ private Q_SLOTS:
 
     void opensTheDownloadOnlyIfThereIsOne()
     {
-        Fixture f;
+        UpdateFixture f;
         const auto updates = f.controller();
         updates->openDownload();
         QVERIFY(f.system.actions.calls.isEmpty());
@@ -445,24 +225,10 @@ private Q_SLOTS:
     {
         QFETCH(std::optional<QString>, version);
         QFETCH(std::optional<QString>, build);
-        Fixture f;
+        UpdateFixture f;
         f.system.mainBundle.version = version;
         f.system.mainBundle.build = build;
         QTEST(f.controller()->currentVersionText(), "text");
-    }
-
-    void anAnswerAfterItsEndIsDropped()
-    {
-        Fixture f;
-        auto updates = f.controller();
-        f.system.manifestFetcher.answers = {answerOf(sampleUpdate(u"2.0"_s))};
-        bool ended = false;
-        updates->checkForUpdates(true, true, [&] { ended = true; });
-        f.system.scheduler.runBackground();
-        updates.reset();
-        f.system.scheduler.settle();
-        QVERIFY(!ended);
-        QVERIFY(f.system.preferences.written.isEmpty());
     }
 };
 

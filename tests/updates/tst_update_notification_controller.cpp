@@ -41,16 +41,6 @@ struct Fixture {
     {
         return system.preferences.string(tokenKey);
     }
-
-    /** Lets the user respond to a notification; true if the response was acknowledged. */
-    bool respond(const QVariantMap &userInfo, const QString &action = {},
-        const QString &category = u"ZORVANE_UPDATE"_s)
-    {
-        int acknowledged = 0;
-        center.delegate()->didReceive({action, category, userInfo}, [&] { ++acknowledged; });
-        system.scheduler.settle();
-        return acknowledged == 1;
-    }
 };
 
 } // namespace
@@ -238,68 +228,6 @@ private Q_SLOTS:
         QVERIFY(!f.token());
         f.system.scheduler.settle();
         QVERIFY(f.token());
-    }
-
-    void everyResponseOpensThePageInFront_data()
-    {
-        QTest::addColumn<QString>("action");
-        QTest::newRow("a click on the notification") << QString();
-        QTest::newRow("the action") << u"DOWNLOAD_UPDATE"_s;
-    }
-
-    void everyResponseOpensThePageInFront()
-    {
-        QFETCH(QString, action);
-        Fixture f;
-        f.controller->registerCategories();
-        QVERIFY(f.respond({{u"downloadURL"_s, u"https://www.kestrelworks.dev/d"_s}}, action));
-        QCOMPARE(f.system.actions.calls,
-            QStringList({u"front"_s, u"url https://www.kestrelworks.dev/d"_s}));
-    }
-
-    void aResponseWithAnUnusableAddressOnlyComesToTheFront_data()
-    {
-        QTest::addColumn<QVariantMap>("userInfo");
-        const auto row = [](const char *name, const QVariant &address) {
-            QTest::newRow(name) << QVariantMap{{u"downloadURL"_s, address}};
-        };
-        row("plain http", u"http://kestrelworks.dev/"_s);
-        row("another host", u"https://evil.example/"_s);
-        row("no text", QByteArray("https://kestrelworks.dev/"));
-        row("a URL object", QUrl(u"https://kestrelworks.dev/"_s));
-        row("a hidden host", u"https://kestrelworks.dev@evil.example/"_s);
-        QTest::newRow("no address") << QVariantMap();
-    }
-
-    void aResponseWithAnUnusableAddressOnlyComesToTheFront()
-    {
-        QFETCH(QVariantMap, userInfo);
-        Fixture f;
-        f.controller->registerCategories();
-        QVERIFY(f.respond(userInfo));
-        QCOMPARE(f.system.actions.calls, QStringList{u"front"_s});
-    }
-
-    void aResponseOfAnotherCategoryOpensNothing()
-    {
-        Fixture f;
-        f.controller->registerCategories();
-        QVERIFY(f.respond({{u"downloadURL"_s, u"https://kestrelworks.dev/"_s}},
-            u"DOWNLOAD_UPDATE"_s, u"OTHER"_s));
-        QCOMPARE(f.system.actions.calls, QStringList{u"front"_s});
-    }
-
-    void aResponseIsAcknowledgedAlsoWhenNobodyIsLeft()
-    {
-        Fixture f;
-        f.controller->registerCategories();
-        bool acknowledged = false;
-        f.center.delegate()->didReceive({}, [&] { acknowledged = true; });
-        f.controller.reset();
-        QVERIFY(!acknowledged);
-        f.system.scheduler.settle();
-        QVERIFY(acknowledged);
-        QVERIFY(f.system.actions.calls.isEmpty());
     }
 
     void anAnswerAfterItsEndIsDropped()
