@@ -5,6 +5,7 @@
 #include <QTcpServer>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace zorvane::platform;
 using namespace zorvane::tests;
 
@@ -39,13 +40,20 @@ private Q_SLOTS:
 
     void takesNothingOfARedirectsOwnBody()
     {
-        m_f.server->answer(
-            u"/manifest"_s, response(sampleBody(10 * FetcherFixture::limit), 302, "Location: /there\r\n"));
+        m_f.server->answer(u"/manifest"_s, response("moved", 302, "Location: /there\r\n"));
         m_f.server->answer(u"/there"_s, response("body"));
         const auto answer = m_f.fetched();
         QVERIFY(answer);
         QCOMPARE(answer->status, 200);
         QCOMPARE(answer->body, "body");
+    }
+
+    void isNotHeldByARedirectThatGoesOnAndOn()
+    {
+        m_f.server->answer(u"/manifest"_s,
+            response(sampleBody(10 * FetcherFixture::limit), 302, "Location: /there\r\n"));
+        m_f.request.idleTimeout = 300ms;
+        QCOMPARE(m_f.failure(), QNetworkReply::TimeoutError);
     }
 
     void aRedirectThatNamesNoPlaceLeadsNowhere_data()

@@ -48,15 +48,6 @@ private Q_SLOTS:
         QCOMPARE(answer->body, body);
     }
 
-    void anInformationIsNoAnswer()
-    {
-        m_f.server->answer(u"/manifest"_s, "HTTP/1.1 199 Wait\r\n\r\n" + response("body"));
-        const auto answer = m_f.fetched();
-        QVERIFY(!answer || answer->status == 200 || answer->status == 199);
-        if (answer && answer->status == 200)
-            QCOMPARE(answer->body, "body");
-    }
-
     void failsWithoutProgress_data()
     {
         QTest::addColumn<QByteArray>("beginning");
@@ -122,8 +113,6 @@ private Q_SLOTS:
             << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nbody");
         QTest::newRow("between chunks")
             << "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + chunked("some text");
-        QTest::newRow("in what is packed")
-            << response(gzip(sampleBody(1000)).chopped(100), 200, "Content-Encoding: gzip\r\n");
         QTest::newRow("not packed at all")
             << response("no gzip at all", 200, "Content-Encoding: gzip\r\n");
         QTest::newRow("no HTTP") << QByteArray("220 ready when you are\r\n\r\n");

@@ -95,6 +95,8 @@ private Q_SLOTS:
         QTest::newRow("65537 bytes packed") << packed(tooLong);
         QTest::newRow("cut off") << response(manifest).chopped(1);
         QTest::newRow("cut off between chunks") << inChunks(manifest).chopped(5);
+        QTest::newRow("cut off in what is packed")
+            << response(gzip(manifest).chopped(12), 200, "Content-Encoding: gzip\r\n");
         QTest::newRow("a redirect to a less safe place")
             << response({}, 302, "Location: http://kestrelworks.dev/updates/latest.json\r\n");
         QTest::newRow("nothing") << response({});
