@@ -130,14 +130,19 @@ void DesktopNotifications::show(const QString &identifier, quint64 generation)
 void DesktopNotifications::notify(
     const QString &identifier, quint64 generation, const QStringList &serviceCapabilities)
 {
-    if (const auto *const request = pending(identifier, generation))
-        m_service.notify(rendered(*request, serviceCapabilities),
-            [this, identifier, generation](
-                const auto &result) { shown(identifier, generation, result); });
+    const auto *const request = pending(identifier, generation);
+    if (request == nullptr)
+        return;
+    const DesktopNotification notification = rendered(*request, serviceCapabilities);
+    const bool canBeAnswered = !notification.actions.isEmpty();
+    m_service.notify(
+        notification, [this, identifier, generation, canBeAnswered](const auto &result) {
+            shown(identifier, generation, result, canBeAnswered);
+        });
 }
 
-void DesktopNotifications::shown(
-    const QString &identifier, quint64 generation, const std::optional<Shown> &shown)
+void DesktopNotifications::shown(const QString &identifier, quint64 generation,
+    const std::optional<Shown> &shown, bool canBeAnswered)
 {
     const auto *const request = pending(identifier, generation);
     if (!shown) {
@@ -147,7 +152,8 @@ void DesktopNotifications::shown(
     } else {
         const PostedNotification notification{identifier, shown->number, shown->by,
             m_service.ownName(), request->categoryIdentifier, request->userInfo};
-        m_own.insert(notification.number, notification);
+        if (canBeAnswered)
+            m_own.insert(notification.number, notification);
         m_posted.keep(notification);
     }
     if (request != nullptr)

@@ -54,7 +54,8 @@ private:
     void show(const QString &identifier, quint64 generation);
     void notify(
         const QString &identifier, quint64 generation, const QStringList &serviceCapabilities);
-    void shown(const QString &identifier, quint64 generation, const std::optional<Shown> &shown);
+    void shown(const QString &identifier, quint64 generation, const std::optional<Shown> &shown,
+        bool canBeAnswered);
     [[nodiscard]] DesktopNotification rendered(
         const NotificationRequest &request, const QStringList &serviceCapabilities) const;
     [[nodiscard]] uint numberToReplace(const QString &identifier) const;
@@ -74,7 +75,7 @@ private:
     QList<NotificationCategory> m_categories;
     QHash<QString, Pending> m_pending;
     quint64 m_generation = 0;
-    /** What this program has on the screen, by number. */
+    /** What this program has on the screen and may have to answer, by number. */
     QHash<uint, PostedNotification> m_own;
     int m_responsesUnderWay = 0;
     /** The latest token and the notification that it belongs to. */

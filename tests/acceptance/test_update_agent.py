@@ -1,4 +1,4 @@
-"""The unattended check's announcement on a real notification service, answered by a real click."""
+"""The unattended check's announcement on a real notification service, and what a click on it does."""
 
 import datetime
 import json
@@ -19,6 +19,20 @@ RELEASE = {
     "updates.lastCheckedAt": datetime.datetime.utcnow(),
 }
 PREFERENCES = "preferences/dev.kestrelworks.Zorvane.plist"
+SERVICE = "org.freedesktop.Notifications"
+
+
+def call(destination, path, method, *arguments):
+    """What a program on the bus answers; nothing if it fails."""
+    return output(
+        "gdbus", "call", "--session", "--dest", destination, "--object-path", path,
+        "--method", method, *arguments,
+    )
+
+
+def is_on_the_bus(name):
+    bus = "org.freedesktop.DBus"
+    return "true" in call(bus, "/org/freedesktop/DBus", f"{bus}.NameHasOwner", name)
 
 
 class UpdateAgent(AcceptanceTest):
@@ -30,11 +44,25 @@ class UpdateAgent(AcceptanceTest):
         self.opened = place / "opened"
         self.opened.touch()
         self.note_what_is_opened(place / "bin")
-        settings = place / "dunstrc"
+
+    def start_service(self):
+        settings = self.desktop.new_folder() / "dunstrc"
         settings.write_text("[urgency_normal]\ntimeout = 0\n")
-        service = self.desktop.start("dunst", "-config", settings)
+        self.run_service("dunst", "-config", settings)
+
+    def start_service_that_tells_everybody(self):
+        """dunst tells of a click only the program that posted; most services tell the whole bus."""
+        self.run_service(
+            "/usr/bin/python3", "-m", "dbusmock", "--template", "notification_daemon",
+            "--parameters", '{"capabilities": "body actions"}',
+        )
+
+    def run_service(self, *command):
+        # Whoever called the service before it is there would have the bus start another one.
+        wait_for(lambda: not is_on_the_bus(SERVICE), "the last service to leave")
+        service = self.desktop.start(*command)
         self.addCleanup(self.desktop.stop, service)
-        wait_for(lambda: self.displayed() == "0", "the notification service")
+        wait_for(lambda: is_on_the_bus(SERVICE), "the notification service")
 
     def note_what_is_opened(self, folder):
         """Puts an "xdg-open" on the path that only notes how it is called."""
@@ -70,9 +98,12 @@ class UpdateAgent(AcceptanceTest):
         """How many notifications the service shows."""
         return output("dunstctl", "count", "displayed").strip()
 
+    def do_on_screen(self, what):
+        wait_for(lambda: self.displayed() == "1", "the notification on the screen")
+        output("dunstctl", what)
+
     def wait_for_announcement(self):
-        wait_for(lambda: self.displayed() == "1", "the announcement")
-        wait_for(self.remembered_number, "its number in the file")
+        wait_for(self.remembered_number, "the announcement")
 
     def remembered_number(self):
         file = self.system / "notifications.json"
@@ -81,10 +112,11 @@ class UpdateAgent(AcceptanceTest):
         return json.loads(file.read_bytes()).get("zorvane-update-available", {}).get("number")
 
     def test_a_click_starts_zorvane_and_opens_the_page_once(self):
+        self.start_service()
         self.remember({**RELEASE, "hasCompletedOnboarding": True})
         agent = self.start_agent()
         self.wait_for_announcement()
-        output("dunstctl", "action")
+        self.do_on_screen("action")
         window = Window("Zorvane")
         self.addCleanup(window.close)
         self.assertEqual(agent.wait(30), 0)
@@ -93,39 +125,50 @@ class UpdateAgent(AcceptanceTest):
         self.assertIsNone(self.remembered_number())
 
     def test_a_click_brings_a_running_zorvane_to_the_front(self):
+        self.start_service()
         self.start(preferences=RELEASE)
         self.system = self.zorvane.folder
         agent = self.start_agent()
         self.wait_for_announcement()
         minimize("Zorvane")
-        output("dunstctl", "action")
+        self.do_on_screen("action")
         self.assertEqual(agent.wait(30), 0)
         wait_for(lambda: is_open("Zorvane"), "the window")
         wait_for(self.pages, "the page")
         self.assertEqual(self.pages(), [PAGE])
 
     def test_the_application_answers_when_the_agent_is_gone(self):
+        self.start_service_that_tells_everybody()
         self.start(preferences=RELEASE)
         self.system = self.zorvane.folder
         agent = self.start_agent()
         self.wait_for_announcement()
+        self.assertIsNone(agent.poll())
         agent.kill()
         agent.wait()
-        output("dunstctl", "action")
+        click = f"[<uint32 {self.remembered_number()}>, <'default'>]"
+        for _ in range(2):
+            call(
+                SERVICE, "/org/freedesktop/Notifications",
+                "org.freedesktop.DBus.Mock.EmitSignal", SERVICE, "ActionInvoked", "us", click,
+            )
         wait_for(self.pages, "the page")
+        wait_for(lambda: self.remembered_number() is None, "the notification to be forgotten")
         self.assertEqual(self.pages(), [PAGE])
 
     def test_a_dismissed_announcement_ends_the_agent_and_is_not_made_again(self):
+        self.start_service()
         self.remember(RELEASE)
         agent = self.start_agent()
         self.wait_for_announcement()
-        output("dunstctl", "close")
+        self.do_on_screen("close")
         self.assertEqual(agent.wait(30), 0)
         self.assertEqual(self.start_agent().wait(30), 0)
         self.assertEqual(self.displayed(), "0")
         self.assertEqual(self.pages(), [])
 
     def test_offline_it_ends_well_and_says_nothing(self):
+        self.start_service()
         self.remember({})
         self.assertEqual(self.start_agent().wait(60), 0)
         self.assertEqual(self.displayed(), "0")

@@ -124,40 +124,42 @@ private Q_SLOTS:
 
     void theProgramIsNotNeededWhen_data()
     {
-        QTest::addColumn<QString>("event");
-        for (const QString &event :
-            {u"nothing was posted"_s, u"the request is removed"_s, u"the notification is removed"_s,
-                u"the user dismisses it"_s, u"the service is gone"_s, u"nobody shows it"_s})
-            QTest::addRow("%s", qPrintable(event)) << event;
+        using Act = std::function<void(NotificationFixture &)>;
+        QTest::addColumn<Act>("before");
+        QTest::addColumn<Act>("event");
+        const Act nothing = [](auto &) {};
+        const Act add = [](auto &f) { f.agent->add(sampleRequest()); };
+        const Act post = [](auto &f) { f.post(sampleRequest()); };
+        const auto row = [](const char *name, const Act &before, const Act &event) {
+            QTest::newRow(name) << before << event;
+        };
+        row("nothing was posted", nothing, nothing);
+        row("the request is removed", add,
+            [](auto &f) { f.agent->notifications->removePending({notificationIdentifier}); });
+        row("the notification is removed", post,
+            [](auto &f) { f.agent->notifications->removeDelivered({notificationIdentifier}); });
+        row("the user dismisses it", post, [](auto &f) { f.screen->dismiss(7); });
+        row("the service is gone", post, [](auto &f) { f.screen.reset(); });
+        row("nobody shows it", add, [](auto &f) {
+            f.screen.reset();
+            QTest::ignoreMessage(
+                QtWarningMsg, QRegularExpression(u"The desktop did not show the notification"_s));
+            f.agent->pass(5s);
+        });
+        row("nobody can answer it", add, [](auto &f) {
+            f.screen->capabilities = QStringList{u"body"_s};
+            f.agent->pass(5s);
+        });
     }
 
     void theProgramIsNotNeededWhen()
     {
-        QFETCH(QString, event);
-        if (event == u"nothing was posted"_s) {
-            // nothing is posted
-        } else if (event == u"the request is removed"_s) {
-            m_f.agent->add(sampleRequest());
-        } else if (event == u"nobody shows it"_s) {
-            m_f.screen.reset();
-            QTest::ignoreMessage(
-                QtWarningMsg, QRegularExpression(u"The desktop did not show the notification"_s));
-            m_f.agent->add(sampleRequest());
-        } else {
-            m_f.post(sampleRequest());
-            QTRY_VERIFY(!m_f.remembered().isEmpty());
-        }
+        using Act = std::function<void(NotificationFixture &)>;
+        QFETCH(Act, before);
+        QFETCH(Act, event);
+        before(m_f);
         const auto notNeeded = m_f.watchNeed();
-        if (event == u"the request is removed"_s)
-            m_f.agent->notifications->removePending({notificationIdentifier});
-        else if (event == u"the notification is removed"_s)
-            m_f.agent->notifications->removeDelivered({notificationIdentifier});
-        else if (event == u"the user dismisses it"_s)
-            m_f.screen->dismiss(7);
-        else if (event == u"the service is gone"_s)
-            m_f.screen.reset();
-        else if (event == u"nobody shows it"_s)
-            m_f.agent->pass(5s);
+        event(m_f);
         QTRY_VERIFY(*notNeeded);
     }
 
