@@ -4,7 +4,6 @@
 
 #include <QNetworkProxyFactory>
 #include <QNetworkRequest>
-#include <QSslConfiguration>
 
 using namespace Qt::StringLiterals;
 
@@ -26,8 +25,7 @@ public:
     }
 };
 
-QNetworkRequest networkRequest(
-    const ManifestRequest &request, const QList<QSslCertificate> &authorities)
+QNetworkRequest networkRequest(const ManifestRequest &request, const QSslConfiguration &tls)
 {
     QNetworkRequest result(request.address);
     result.setRawHeader("Accept", request.accept);
@@ -35,18 +33,16 @@ QNetworkRequest networkRequest(
     result.setAttribute(
         QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
     result.setMaximumRedirectsAllowed(mostRedirects);
-    if (!authorities.isEmpty()) {
-        QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-        configuration.setCaCertificates(authorities);
-        result.setSslConfiguration(configuration);
-    }
+    result.setSslConfiguration(tls);
     return result;
 }
 
 } // namespace
 
-QtManifestFetcher::QtManifestFetcher(const QList<QSslCertificate> &authorities)
-    : m_authorities(authorities)
+QtManifestFetcher::QtManifestFetcher(
+    Scheduler &scheduler, const QList<QSslCertificate> &authorities)
+    : m_scheduler(scheduler)
+    , m_authorities(authorities)
 {
     m_manager.setProxyFactory(new SystemProxies); // owned by the manager
 }
@@ -65,7 +61,20 @@ void QtManifestFetcher::fetch(const ManifestRequest &request, Completion done)
             Qt::QueuedConnection);
         return;
     }
-    auto *const reply = m_manager.get(networkRequest(request, m_authorities));
+    // The first configuration loads the TLS library, which would hold up a window at launch.
+    runInBackground(m_scheduler, Priority::Utility, m_lifetime.watch(),
+        &QSslConfiguration::defaultConfiguration,
+        [this, request, done = std::move(done)](
+            const QSslConfiguration &tls) { start(request, tls, done); });
+}
+
+void QtManifestFetcher::start(
+    const ManifestRequest &request, const QSslConfiguration &tls, Completion done)
+{
+    QSslConfiguration trusting = tls;
+    if (!m_authorities.isEmpty())
+        trusting.setCaCertificates(m_authorities);
+    auto *const reply = m_manager.get(networkRequest(request, trusting));
     new ManifestExchange(reply, request, std::move(done)); // ends with the reply
 }
 

@@ -39,7 +39,7 @@ Platform makePlatform()
         = std::make_unique<SimulatedSystemExtensions>(system, *platform.scheduler);
     platform.actions = std::make_unique<DesktopActions>();
     platform.fileAccess = std::make_unique<OpenFileAccess>();
-    platform.manifestFetcher = std::make_unique<qt_network::QtManifestFetcher>();
+    platform.manifestFetcher = std::make_unique<qt_network::QtManifestFetcher>(*platform.scheduler);
     platform.notifications = std::make_unique<DesktopNotifications>(
         QDBusConnection::sessionBus(), system->notificationsFile(), *platform.scheduler);
     qCInfo(simulatedSystem).noquote()

@@ -3,6 +3,7 @@
 #include "https/https_server.h"
 #include "https/test_authority.h"
 #include "platform/qt_network/qt_manifest_fetcher.h"
+#include "platform/standard_scheduler.h"
 
 #include <memory>
 #include <QElapsedTimer>
@@ -24,7 +25,7 @@ public:
         fetcher.reset();
         server = std::make_unique<HttpsServer>(identity);
         fetcher = std::make_unique<platform::qt_network::QtManifestFetcher>(
-            QList{authority.certificate()});
+            scheduler, QList{authority.certificate()});
         request = {.address = server->url(QStringLiteral("/manifest")),
             .accept = "application/json",
             .longestBody = limit,
@@ -60,6 +61,7 @@ public:
         return error == nullptr ? QNetworkReply::NoError : QNetworkReply::NetworkError(error->code);
     }
 
+    platform::StandardScheduler scheduler;
     TestAuthority authority;
     const QSslConfiguration identity
         = authority.issue(QStringLiteral("DNS:localhost,IP:127.0.0.1"));

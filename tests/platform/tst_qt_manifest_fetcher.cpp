@@ -146,7 +146,7 @@ private Q_SLOTS:
 
     void trustsOnlyTheSystemUnlessToldOtherwise()
     {
-        m_f.fetcher = std::make_unique<qt_network::QtManifestFetcher>();
+        m_f.fetcher = std::make_unique<qt_network::QtManifestFetcher>(m_f.scheduler);
         QCOMPARE(m_f.failure(), QNetworkReply::SslHandshakeFailedError);
         QVERIFY(m_f.server->requests.isEmpty());
     }

@@ -1,4 +1,5 @@
 #include "platform/qt_network/qt_manifest_fetcher.h"
+#include "platform/standard_scheduler.h"
 
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -24,7 +25,8 @@ private Q_SLOTS:
         for (const char *const name : {"no_proxy", "NO_PROXY", "all_proxy", "ALL_PROXY"})
             qunsetenv(name);
 
-        qt_network::QtManifestFetcher fetcher;
+        StandardScheduler scheduler;
+        qt_network::QtManifestFetcher fetcher(scheduler);
         bool answered = false;
         fetcher.fetch({.address = QUrl(u"https://manifest.invalid/latest.json"_s),
                           .accept = "application/json",

@@ -3,6 +3,7 @@
 #include "https/https_server.h"
 #include "https/test_authority.h"
 #include "platform/qt_network/qt_manifest_fetcher.h"
+#include "platform/standard_scheduler.h"
 #include "refused_addresses.h"
 #include "update_fixture.h"
 
@@ -155,7 +156,8 @@ private:
     {
         m_server->answer(path, answer);
         // A connection of its own for each check.
-        m_fetcher = std::make_unique<QtManifestFetcher>(QList{m_authority->certificate()});
+        m_fetcher
+            = std::make_unique<QtManifestFetcher>(m_scheduler, QList{m_authority->certificate()});
         auto updates = std::make_unique<UpdateController>(
             UpdateController::Services{system.scheduler, system.preferences, system.mainBundle,
                 *m_fetcher, system.actions},
@@ -172,6 +174,7 @@ private:
         return updates;
     }
 
+    platform::StandardScheduler m_scheduler;
     std::unique_ptr<TestAuthority> m_authority;
     QSslConfiguration m_identity;
     std::unique_ptr<HttpsServer> m_server;
