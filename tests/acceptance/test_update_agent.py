@@ -1,4 +1,4 @@
-"""The unattended check's announcement on a real notification service, and what a click on it does."""
+"""The unattended check's announcement on a real notification service, and a click on it."""
 
 import datetime
 import json
