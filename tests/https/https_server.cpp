@@ -1,7 +1,8 @@
 #include "https/https_server.h"
 
+#include "https/program_output.h"
+
 #include <memory>
-#include <QProcess>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -78,16 +79,9 @@ QByteArray chunked(const QByteArray &body)
     return result;
 }
 
-/** @p bytes as a gzip file holds them. */
 QByteArray gzip(const QByteArray &bytes)
 {
-    QProcess process;
-    process.start(u"gzip"_s, {u"-c"_s});
-    process.write(bytes);
-    process.closeWriteChannel();
-    if (!process.waitForFinished() || process.exitCode() != 0)
-        qFatal("gzip failed");
-    return process.readAllStandardOutput();
+    return programOutput(u"gzip"_s, {u"-c"_s}, bytes);
 }
 
 void repeat(QSslSocket &socket, int interval, std::function<void(QSslSocket &)> step)

@@ -1,7 +1,8 @@
 #include "https/test_authority.h"
 
+#include "https/program_output.h"
+
 #include <QFile>
-#include <QProcess>
 #include <QSslKey>
 
 using namespace Qt::StringLiterals;
@@ -83,12 +84,7 @@ QByteArray TestAuthority::read(const QString &name) const
 
 void TestAuthority::openssl(const QStringList &arguments) const
 {
-    QProcess process;
-    process.setWorkingDirectory(m_folder.path());
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(u"openssl"_s, arguments);
-    if (!process.waitForFinished() || process.exitCode() != 0)
-        qFatal("openssl: %s", process.readAll().constData());
+    (void)programOutput(u"openssl"_s, arguments, {}, m_folder.path());
 }
 
 } // namespace zorvane::tests

@@ -1,9 +1,9 @@
 // How much of an answer is taken, however it travels.
 
 #include "fetcher_fixture.h"
+#include "https/program_output.h"
 
 #include <QFile>
-#include <QProcess>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::platform;
@@ -108,10 +108,8 @@ private Q_SLOTS:
 
     void unpacksNoMoreThanItMay()
     {
-        QProcess packer;
-        packer.start(u"sh"_s, {u"-c"_s, u"head -c 200000000 /dev/zero | gzip -1"_s});
-        QVERIFY(packer.waitForFinished());
-        const QByteArray bomb = packer.readAllStandardOutput();
+        const QByteArray bomb
+            = programOutput(u"sh"_s, {u"-c"_s, u"head -c 200000000 /dev/zero | gzip -1"_s});
         QVERIFY(bomb.size() > 100'000);
         m_f.server->answer(u"/manifest"_s, response(bomb, 200, "Content-Encoding: gzip\r\n"));
         const QElapsedTimer clock = startedClock();
