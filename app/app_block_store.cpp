@@ -60,6 +60,11 @@ AppBlockStore::AppBlockStore(platform::Platform &platform)
     , m_filterController(std::make_shared<filter::FilterController>(
           filter::FilterController::Services{*platform.scheduler, *platform.log,
               *platform.mainBundle, *platform.filterManager, *platform.systemExtensions}))
+    , m_updateController({*platform.scheduler, *platform.preferences, *platform.mainBundle,
+          *platform.manifestFetcher, *platform.actions})
+    , m_updateNotifications(std::make_shared<updates::UpdateNotificationController>(
+          updates::UpdateNotificationController::Services{*platform.scheduler,
+              *platform.preferences, *platform.notifications, *platform.actions}))
     , m_storedList(*platform.preferences, *platform.scheduler)
     , m_protection(m_filterController, {*platform.preferences, *platform.mainBundle, m_list})
     , m_discovery({*platform.scheduler,
@@ -70,6 +75,10 @@ AppBlockStore::AppBlockStore(platform::Platform &platform)
     connect(&m_discovery, &Discovery::discoveredProcessesChanged, this,
         &AppBlockStore::discoveredProcessesChanged);
     connect(&m_discovery, &Discovery::applicationsMerged, this, &AppBlockStore::applicationsMerged);
+    connect(&m_updateController, &updates::UpdateController::changed, this,
+        &AppBlockStore::updatesChanged);
+    m_updateNotifications->registerCategories();
+    checkForUpdates(false);
     startLoading();
 }
 
@@ -88,6 +97,13 @@ const QList<BlockedApplication> &AppBlockStore::applications() const
 const QList<inspection::DiscoveredNetworkProcess> &AppBlockStore::discoveredProcesses() const
 {
     return m_discovery.discoveredProcesses();
+}
+
+void AppBlockStore::checkForUpdates(bool userInitiated)
+{
+    const auto check
+        = [this, userInitiated] { m_updateController.checkForUpdates(true, userInitiated); };
+    platform::onMainThread(*m_platform.scheduler, m_lifetime.watch(), check)();
 }
 
 bool AppBlockStore::hasLoadedApplications() const

@@ -8,6 +8,8 @@
 #include "inspection/application_inspector.h"
 #include "platform/main_thread.h"
 #include "platform/platform.h"
+#include "updates/update_controller.h"
+#include "updates/update_notification_controller.h"
 
 #include <functional>
 #include <memory>
@@ -29,6 +31,7 @@ class AppBlockStore final : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(zorvane::filter::FilterController *filterController READ filterController CONSTANT)
+    Q_PROPERTY(zorvane::updates::UpdateController *updateController READ updateController CONSTANT)
     Q_PROPERTY(bool isAddingApplication READ isAddingApplication NOTIFY isAddingApplicationChanged)
     Q_PROPERTY(QString alertMessage READ alertText NOTIFY alertMessageChanged)
     Q_PROPERTY(
@@ -36,11 +39,13 @@ class AppBlockStore final : public QObject
     Q_PROPERTY(bool isProtectionEnabled READ isProtectionEnabled NOTIFY protectionChanged)
 
 public:
-    /** Starts the load of the saved list; nothing is read here. @p platform outlives the store. */
+    /** Starts the load of the saved list and the launch's check for updates; of what is stored,
+     * only the last good manifest is read here. @p platform outlives the store. */
     explicit AppBlockStore(platform::Platform &platform);
     ~AppBlockStore() override;
 
     [[nodiscard]] filter::FilterController *filterController() const;
+    [[nodiscard]] updates::UpdateController *updateController() { return &m_updateController; }
     /** The blocked list, sorted by name. */
     [[nodiscard]] const QList<records::BlockedApplication> &applications() const;
     /** What the filter saw in the last 30 days, most recent first. */
@@ -83,6 +88,10 @@ public:
     Q_INVOKABLE void openInstallationFolders();
     Q_INVOKABLE void dismissAlert();
 
+    /** Looks for a newer release; returns at once. Only a check that the user asked for says how it
+     * ended. */
+    Q_INVOKABLE void checkForUpdates(bool userInitiated);
+
     /** The rules that the present list means. */
     [[nodiscard]] QStringList blockedCodeIdentityKeys() const;
     [[nodiscard]] QStringList blockedApplicationPaths() const;
@@ -95,6 +104,8 @@ Q_SIGNALS:
     void isDropTargetedChanged();
     /** The filter's status was assigned, be it to the same value. */
     void protectionChanged();
+    /** Anything of the update controller changed. */
+    void updatesChanged();
 
 private:
     using Applications = QList<records::BlockedApplication>;
@@ -111,6 +122,8 @@ private:
     platform::Platform &m_platform;
     inspection::ApplicationInspector m_inspector;
     std::shared_ptr<filter::FilterController> m_filterController;
+    updates::UpdateController m_updateController;
+    std::shared_ptr<updates::UpdateNotificationController> m_updateNotifications;
     BlockedList m_list;
     StoredList m_storedList;
     Protection m_protection;

@@ -9,11 +9,13 @@
 #include "platform/icons.h"
 #include "platform/log.h"
 #include "platform/main_bundle.h"
+#include "platform/manifest_fetcher.h"
 #include "platform/motion_preference.h"
 #include "platform/preferences.h"
 #include "platform/scheduler.h"
 #include "platform/system_actions.h"
 #include "platform/system_extensions.h"
+#include "platform/user_notifications.h"
 
 #include <memory>
 
@@ -48,6 +50,8 @@ struct Platform {
     std::unique_ptr<SystemActions> actions;
     std::unique_ptr<FileAccess> fileAccess;
     std::unique_ptr<MotionPreference> motion;
+    std::unique_ptr<ManifestFetcher> manifestFetcher;
+    std::unique_ptr<UserNotifications> notifications;
 };
 
 /** The ports of the system that this program was built for. Main thread, after the application

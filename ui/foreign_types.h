@@ -3,6 +3,7 @@
 #include "app/app_block_store.h"
 #include "filter/filter_controller.h"
 #include "filter/filter_status.h"
+#include "updates/update_controller.h"
 
 #include <qqmlregistration.h>
 
@@ -24,6 +25,13 @@ struct ForeignFilterController {
     Q_GADGET
     QML_FOREIGN(zorvane::filter::FilterController)
     QML_NAMED_ELEMENT(FilterController)
+    QML_UNCREATABLE("owned by the store")
+};
+
+struct ForeignUpdateController {
+    Q_GADGET
+    QML_FOREIGN(zorvane::updates::UpdateController)
+    QML_NAMED_ELEMENT(UpdateController)
     QML_UNCREATABLE("owned by the store")
 };
 

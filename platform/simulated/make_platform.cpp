@@ -2,6 +2,8 @@
 
 #include "platform/bundle_reading.h"
 #include "platform/simulated/desktop_motion.h"
+#include "platform/qt_network/qt_manifest_fetcher.h"
+#include "platform/simulated/desktop_notifications.h"
 #include "platform/simulated/filter_manager.h"
 #include "platform/simulated/log.h"
 #include "platform/simulated/main_bundle.h"
@@ -39,6 +41,9 @@ Platform makePlatform()
     platform.actions = std::make_unique<DesktopActions>();
     platform.fileAccess = std::make_unique<OpenFileAccess>();
     platform.motion = std::make_unique<DesktopMotion>(QDBusConnection::sessionBus());
+    platform.manifestFetcher = std::make_unique<qt_network::QtManifestFetcher>(*platform.scheduler);
+    platform.notifications = std::make_unique<DesktopNotifications>(
+        QDBusConnection::sessionBus(), system->notificationsFile(), *platform.scheduler);
     qCInfo(simulatedSystem).noquote()
         << "Running on the simulated system in" << textOf(system->folder())
         << "- nothing is blocked on this system";

@@ -40,6 +40,11 @@ std::filesystem::path SimulatedSystem::extensionFile() const
     return m_folder / "extension.json";
 }
 
+std::filesystem::path SimulatedSystem::notificationsFile() const
+{
+    return m_folder / "notifications.json";
+}
+
 Behaviour SimulatedSystem::behaviour() const
 {
     const std::lock_guard lock(m_mutex);

@@ -26,6 +26,7 @@ public:
     [[nodiscard]] std::filesystem::path preferencesFile(const QString &domain) const;
     [[nodiscard]] std::filesystem::path filterConfigurationFile() const;
     [[nodiscard]] std::filesystem::path extensionFile() const;
+    [[nodiscard]] std::filesystem::path notificationsFile() const;
 
     /** What "system.json" says now. What is wrong in it is reported once for each writing. */
     [[nodiscard]] Behaviour behaviour() const;

@@ -17,10 +17,30 @@ namespace
 
 using namespace Qt::StringLiterals;
 
+/** Of a program without windows, the agent, Qt knows no desktop. */
+bool hasWindows()
+{
+    return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) != nullptr;
+}
+
 void open(const QUrl &url)
 {
-    if (!QDesktopServices::openUrl(url))
+    const bool opened = hasWindows()
+        ? QDesktopServices::openUrl(url)
+        : QProcess::startDetached(u"xdg-open"_s, {QString::fromLatin1(url.toEncoded())});
+    if (!opened)
         qCWarning(simulatedSystem).noquote() << "The desktop could not open" << url.toString();
+}
+
+/** Starts a program of the product from this one's own folder, or else from $PATH. */
+void start(const QString &name)
+{
+    QString program
+        = QStandardPaths::findExecutable(name, {QCoreApplication::applicationDirPath()});
+    if (program.isEmpty())
+        program = QStandardPaths::findExecutable(name);
+    if (program.isEmpty() || !QProcess::startDetached(program, {}))
+        qCWarning(simulatedSystem).noquote() << name << "could not be started";
 }
 
 } // namespace
@@ -42,13 +62,7 @@ QList<QString> DesktopActions::downloadsFolders() const
 
 void DesktopActions::openSystemSettings()
 {
-    const QString name = u"zorvane-system-settings"_s;
-    QString program
-        = QStandardPaths::findExecutable(name, {QCoreApplication::applicationDirPath()});
-    if (program.isEmpty())
-        program = QStandardPaths::findExecutable(name);
-    if (program.isEmpty() || !QProcess::startDetached(program, {}))
-        qCWarning(simulatedSystem).noquote() << name << "could not be started";
+    start(u"zorvane-system-settings"_s);
 }
 
 void DesktopActions::terminate()
@@ -58,6 +72,10 @@ void DesktopActions::terminate()
 
 void DesktopActions::comeToFront()
 {
+    if (!hasWindows()) {
+        start(u"zorvane"_s); // comes to the front by itself if it runs
+        return;
+    }
     // A token with which another program handed us the user's attention is in the environment
     // ($XDG_ACTIVATION_TOKEN), where Qt finds it.
     for (QWindow *window : QGuiApplication::topLevelWindows()) {

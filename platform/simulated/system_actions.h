@@ -16,6 +16,7 @@ public:
     /** Starts "zorvane-system-settings" from the program's own folder, or else from $PATH. */
     void openSystemSettings() override;
     void terminate() override;
+    /** Where this program has no windows, starts "zorvane", or has the running one come. */
     void comeToFront() override;
 };
 

@@ -5,6 +5,7 @@ tour.py PROGRAM FOLDER: PROGRAM is zorvane; the pictures and their index go to F
 
 import hashlib
 import html
+import json
 import pathlib
 import shutil
 import subprocess
@@ -180,8 +181,22 @@ def first_day(dark=False):
     )
 
 
+NEWER_VERSION = json.dumps({
+    "version": "1.3",
+    "downloadURL": "https://kestrelworks.dev/zorvane",
+    "releaseNotes": "Faster discovery of helpers and a calmer list.",
+})
+
+
 SCENES = (
     first_day(),
+    Scene(
+        preferences={"updates.cachedManifest": NEWER_VERSION.encode()},
+        steps=(
+            ("update", "There is a newer version; a click opens its page.",
+             lambda guide: guide.look("Zorvane 1.3 is available")),
+        ),
+    ),
     Scene(
         system={"bundlePath": "/Users/me/Downloads/Zorvane.app"},
         steps=(

@@ -35,6 +35,8 @@ FakePlatform::FakePlatform()
     , actions(install<FakeActions>(ports.actions))
     , fileAccess(install<FakeFileAccess>(ports.fileAccess))
     , motion(install<FakeMotion>(ports.motion))
+    , manifestFetcher(install<FakeManifestFetcher>(ports.manifestFetcher, scheduler))
+    , notifications(install<FakeUserNotifications>(ports.notifications, scheduler))
 {
 }
 

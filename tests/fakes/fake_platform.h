@@ -3,6 +3,7 @@
 #include "fakes/fake_filter.h"
 #include "fakes/fake_scheduler.h"
 #include "fakes/fake_services.h"
+#include "fakes/fake_updates.h"
 #include "platform/platform.h"
 
 namespace zorvane::tests
@@ -34,6 +35,8 @@ public:
     FakeActions &actions;
     FakeFileAccess &fileAccess;
     FakeMotion &motion;
+    FakeManifestFetcher &manifestFetcher;
+    FakeUserNotifications &notifications;
 };
 
 } // namespace zorvane::tests

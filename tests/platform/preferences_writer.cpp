@@ -3,6 +3,7 @@
 #include "platform/simulated/preferences.h"
 #include "platform/simulated/simulated_system.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <QCoreApplication>
 
@@ -12,13 +13,20 @@ using namespace zorvane::platform::simulated;
 namespace
 {
 
-/** Sets as many keys as asked for, each in a write of its own. */
-void writeKeys(zorvane::platform::Preferences &preferences, const QString &prefix, int count)
+/** Sets its own keys in turn, as often as asked for, each time in a write of its own. False if a
+ * value was lost on the way. */
+bool writeKeys(zorvane::platform::Preferences &preferences, const QString &prefix, int count)
 {
+    constexpr int keyCount = 50;
     for (int i = 0; i < count; ++i) {
-        preferences.setString(prefix + QString::number(i), QString::number(i));
+        preferences.setString(prefix + QString::number(i % keyCount), QString::number(i));
         preferences.synchronize();
+        const int oldest = std::max(0, i - keyCount + 1);
+        if (preferences.string(prefix + QString::number(oldest % keyCount))
+            != QString::number(oldest))
+            return false;
     }
+    return true;
 }
 
 /** Replaces one large value again and again, until the program is killed. */
@@ -45,6 +53,5 @@ int main(int argc, char *argv[])
     const auto preferences = makeStandardPreferences(SimulatedSystem(arguments[1].toStdString()));
     if (arguments.size() == 2)
         writeForEver(*preferences);
-    writeKeys(*preferences, arguments[2], arguments[3].toInt());
-    return 0;
+    return writeKeys(*preferences, arguments[2], arguments[3].toInt()) ? 0 : 1;
 }

@@ -45,6 +45,8 @@ private Q_SLOTS:
         QVERIFY(m_platform->actions);
         QVERIFY(m_platform->fileAccess);
         QVERIFY(m_platform->motion);
+        QVERIFY(m_platform->manifestFetcher);
+        QVERIFY(m_platform->notifications);
         QVERIFY(QDir(m_folder->filePath(QString()))
                     .isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
     }

@@ -48,6 +48,11 @@ class Window:
         subprocess.run(["import", "-window", self.id, str(file)], check=True)
 
 
+def minimize(title):
+    subprocess.run(["xdotool", "windowminimize", "--sync", _newest(title)], check=True)
+    wait_for(lambda: not is_open(title), f'"{title}" to be minimised')
+
+
 def is_open(title):
     return bool(_newest(title))
 

@@ -122,6 +122,15 @@ void Gallery::drawExceptions()
     waiting.awaitApproval();
     save(waiting, u"06-awaiting-approval"_s);
 
+    WindowFixture updated(samples());
+    updated.enable();
+    updated.platform.manifestFetcher.answers = {zorvane::platform::ManifestResponse{200,
+        "{\"version\":\"1.3\",\"downloadURL\":\"https://kestrelworks.dev/\","
+        "\"releaseNotes\":\"Faster discovery of helpers and a calmer list.\"}"}};
+    updated.store->checkForUpdates(false);
+    updated.settle();
+    save(updated, u"07-update"_s);
+
     WindowFixture failed(samples());
     failed.fail(u"Restart your Mac to finish installing the extension."_s);
     save(failed, u"08-failed"_s);

@@ -10,6 +10,7 @@ FocusScope {
     required property BlockedAppsModel applications
     required property SystemCommands system
     readonly property int statusKind: store.filterController.status.kind
+    readonly property UpdateController updates: store.updateController
 
     signal helpRequested
 
@@ -28,6 +29,19 @@ FocusScope {
 
         anchors.fill: parent
         header: header
+
+        Reveal {
+            objectName: "updatePanel"
+            width: parent.width
+            shown: root.updates.isBannerVisible && root.updates.availableUpdate !== undefined
+
+            UpdatePanel {
+                width: page.columnWidth
+                updates: root.updates
+                onDownloadRequested: root.updates.openDownload()
+                onDismissed: root.updates.isBannerVisible = false
+            }
+        }
 
         Reveal {
             objectName: "installationPanel"

@@ -1,0 +1,182 @@
+#include "ui/window_fixture.h"
+
+#include <QColor>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane::tests;
+
+namespace
+{
+
+/** What the server says next. */
+QByteArray manifest(const QString &version, const QString &notes = {})
+{
+    QString text
+        = u"{\"version\":\"%1\",\"downloadURL\":\"https://kestrelworks.dev/d\""_s.arg(version);
+    if (!notes.isNull())
+        text += u",\"releaseNotes\":\"%1\""_s.arg(notes);
+    return (text + u'}').toUtf8();
+}
+
+QRectF inWindow(const QQuickItem *item)
+{
+    return item->mapRectToScene(QRectF(QPointF(), item->size()));
+}
+
+/** A window after a check for updates. */
+struct Fixture : WindowFixture {
+    explicit Fixture(const QByteArray &answer) { check(answer); }
+
+    void check(const QByteArray &answer)
+    {
+        platform.manifestFetcher.answers = {zorvane::platform::ManifestResponse{200, answer}};
+        store->checkForUpdates(false);
+        settle();
+    }
+
+    [[nodiscard]] zorvane::updates::UpdateController &updates() const
+    {
+        return *store->updateController();
+    }
+
+    /** The panel in its place. */
+    [[nodiscard]] QQuickItem *panel() const
+    {
+        const auto *const place = item(u"updatePanel"_s);
+        return place == nullptr ? nullptr : place->childItems().first()->childItems().value(0);
+    }
+
+    [[nodiscard]] bool waitForPanel() const { return waitUntilGrown(u"updatePanel"_s); }
+};
+
+} // namespace
+
+class TestUpdatePanel : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nothingIsOfferedWithoutANewerRelease()
+    {
+        const Fixture fixture(manifest(u"0.1"_s));
+        QCOMPARE(fixture.item(u"updatePanel"_s), nullptr);
+        QCOMPARE(fixture.button(u"Download Update"_s), nullptr);
+    }
+
+    void aNewerReleaseIsOffered()
+    {
+        const Fixture fixture(manifest(u"1.3"_s, u"Faster & <b>calmer</b>."_s));
+        QVERIFY(fixture.waitForPanel());
+        const auto *const title = fixture.text(u"Zorvane 1.3 is available"_s);
+        QVERIFY(title != nullptr);
+        QCOMPARE(accessibleRole(title), QAccessible::Heading);
+        const auto *const notes = fixture.text(u"Faster & <b>calmer</b>."_s);
+        QVERIFY(notes != nullptr);
+        QCOMPARE(notes->property("font").value<QFont>().pixelSize(), 11);
+        QCOMPARE(notes->property("textFormat").toInt(), int(Qt::PlainText));
+        QVERIFY(fixture.button(u"Download Update"_s)->property("prominent").toBool());
+        const auto *const dismiss = fixture.button(u"Remind me next time"_s);
+        QCOMPARE(dismiss->property("symbol").toString(), u"xmark"_s);
+        QCOMPARE(accessibleName(dismiss), u"Remind me next time"_s);
+    }
+
+    void aReleaseWithoutNotesHasAStandardSentence()
+    {
+        const Fixture fixture(manifest(u"1.3"_s));
+        QVERIFY(fixture.waitForPanel());
+        QVERIFY(fixture.text(u"A new version is ready to download."_s) != nullptr);
+    }
+
+    void itIsTheFirstOfThePanelsAndLooksAsStated()
+    {
+        Fixture fixture(manifest(u"1.3"_s));
+        fixture.requireInstallation();
+        QVERIFY(fixture.waitForPanel());
+        QVERIFY(fixture.waitUntilGrown(u"installationPanel"_s));
+        const auto *const panel = fixture.panel();
+        QCOMPARE(panel->property("radius").toReal(), 16.0);
+        QCOMPARE(panel->property("padding").toReal(), 16.0);
+        QCOMPARE(
+            panel->property("color").value<QColor>(), QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.08F));
+        QCOMPARE(inWindow(panel).top(), 74.0 + 16);
+        QTRY_COMPARE(
+            inWindow(fixture.item(u"installationPanel"_s)).top() - inWindow(panel).bottom(), 12.0);
+    }
+
+    void itsPartsStandFourteenApart()
+    {
+        const Fixture fixture(manifest(u"1.3"_s));
+        QVERIFY(fixture.waitForPanel());
+        const auto symbols = fixture.items([](const QQuickItem *item) {
+            return item->property("name") == u"arrow.down.circle.fill"_s;
+        });
+        QCOMPARE(symbols.size(), 1);
+        const auto symbol = inWindow(symbols.first());
+        const auto title = inWindow(fixture.text(u"Zorvane 1.3 is available"_s));
+        const auto download = inWindow(fixture.button(u"Download Update"_s));
+        QCOMPARE(symbol.size(), QSizeF(34, 34));
+        QCOMPARE(symbol.left() - inWindow(fixture.panel()).left(), 16.0);
+        QCOMPARE(title.left() - symbol.right(), 14.0);
+        QCOMPARE(download.left() - title.right(), 14.0);
+        QCOMPARE(
+            inWindow(fixture.button(u"Remind me next time"_s)).left() - download.right(), 14.0);
+    }
+
+    void longTextsWrapAndThePanelGrows()
+    {
+        const Fixture brief(manifest(u"1.3"_s));
+        QVERIFY(brief.waitForPanel());
+        const auto notes = u"Many words. "_s.repeated(40);
+        const Fixture fixture(manifest(u"1.3."_s + QString(80, u'9'), notes));
+        QVERIFY(fixture.waitForPanel());
+        const auto panel = inWindow(fixture.panel());
+        QVERIFY(panel.height() > brief.panel()->height() + 30);
+        QVERIFY(panel.contains(inWindow(fixture.text(notes))));
+        QVERIFY(panel.contains(inWindow(fixture.button(u"Download Update"_s))));
+        QCOMPARE(panel.right(), 740.0);
+    }
+
+    void itsButtonOpensTheDownload()
+    {
+        const Fixture fixture(manifest(u"1.3"_s));
+        QVERIFY(fixture.waitForPanel());
+        fixture.click(fixture.button(u"Download Update"_s));
+        QCOMPARE(fixture.platform.actions.calls, QStringList{u"url https://kestrelworks.dev/d"_s});
+        QVERIFY(fixture.updates().isBannerVisible());
+    }
+
+    void hidingItKeepsTheUpdate()
+    {
+        const Fixture fixture(manifest(u"1.3"_s));
+        QVERIFY(fixture.waitForPanel());
+        fixture.click(fixture.button(u"Remind me next time"_s));
+        QVERIFY(!fixture.updates().isBannerVisible());
+        QVERIFY(fixture.updates().availableUpdate());
+        QTRY_COMPARE(fixture.item(u"updatePanel"_s), nullptr);
+        QVERIFY(fixture.platform.actions.calls.isEmpty());
+    }
+
+    void theNextCheckShowsItAgain()
+    {
+        Fixture fixture(manifest(u"1.3"_s));
+        fixture.updates().setBannerVisible(false);
+        QTRY_COMPARE(fixture.item(u"updatePanel"_s), nullptr);
+        fixture.check(manifest(u"1.4"_s));
+        QVERIFY(fixture.waitForPanel());
+        QVERIFY(fixture.text(u"Zorvane 1.4 is available"_s) != nullptr);
+    }
+
+    void aReleaseThatIsTakenBackIsToldOfUntilThePanelIsGone()
+    {
+        Fixture fixture(manifest(u"1.3"_s));
+        QVERIFY(fixture.waitForPanel());
+        fixture.check(manifest(u"0.1"_s));
+        QVERIFY(!fixture.updates().availableUpdate());
+        QVERIFY(fixture.text(u"Zorvane 1.3 is available"_s) != nullptr);
+        QTRY_COMPARE(fixture.item(u"updatePanel"_s), nullptr);
+    }
+};
+
+QTEST_MAIN(TestUpdatePanel)
+#include "tst_update_panel.moc"

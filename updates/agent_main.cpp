@@ -1,0 +1,16 @@
+#include "platform/platform.h"
+#include "updates/update_agent.h"
+
+#include <QCoreApplication>
+
+using namespace zorvane;
+
+/** The unattended check. Ends with 0 whatever it found, also offline. */
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    platform::Platform platform = platform::makePlatform();
+    updates::UpdateAgent agent(platform);
+    agent.run(&QCoreApplication::quit);
+    return QCoreApplication::exec();
+}
