@@ -90,6 +90,11 @@ const QList<inspection::DiscoveredNetworkProcess> &AppBlockStore::discoveredProc
     return m_discovery.discoveredProcesses();
 }
 
+QList<NetworkComponents> AppBlockStore::networkComponents(const Applications &applications) const
+{
+    return m_discovery.networkComponents(applications);
+}
+
 bool AppBlockStore::hasLoadedApplications() const
 {
     return m_list.hasLoaded();

@@ -80,4 +80,16 @@ QList<qsizetype> ProcessIndex::owners(const DiscoveredNetworkProcess &process) c
     return result;
 }
 
+QList<QList<qsizetype>> processesOfEach(
+    const QList<BlockedApplication> &applications, const QList<DiscoveredNetworkProcess> &processes)
+{
+    QList<QList<qsizetype>> result(applications.size());
+    const ProcessIndex index(applications);
+    for (qsizetype position = 0; position < processes.size(); ++position) {
+        for (const qsizetype owner : index.owners(processes.at(position)))
+            result[owner].append(position);
+    }
+    return result;
+}
+
 } // namespace zorvane::inspection
