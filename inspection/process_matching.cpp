@@ -10,17 +10,6 @@ namespace zorvane::inspection
 using records::BlockedApplication;
 using records::CodeIdentity;
 
-namespace
-{
-
-bool liesAtOrBelow(const QString &path, const QString &folder)
-{
-    return path.startsWith(folder)
-        && (path.size() == folder.size() || path.at(folder.size()) == u'/');
-}
-
-} // namespace
-
 ApplicationMatcher::ApplicationMatcher(const BlockedApplication &application)
     : m_path(records::standardizedPath(application.path))
 {
@@ -36,7 +25,7 @@ bool ApplicationMatcher::owns(const DiscoveredNetworkProcess &process) const
     if (source && m_identities.contains(*source))
         return true;
     return process.executablePath
-        && liesAtOrBelow(records::standardizedPath(*process.executablePath), m_path);
+        && records::liesAtOrBelow(records::standardizedPath(*process.executablePath), m_path);
 }
 
 bool processBelongs(const DiscoveredNetworkProcess &process, const BlockedApplication &application)
@@ -48,7 +37,7 @@ bool processBelongs(const DiscoveredNetworkProcess &process, const BlockedApplic
     if (source && identities.contains(*source))
         return true;
     return process.executablePath
-        && liesAtOrBelow(records::standardizedPath(*process.executablePath),
+        && records::liesAtOrBelow(records::standardizedPath(*process.executablePath),
             records::standardizedPath(application.path));
 }
 
