@@ -78,6 +78,7 @@ int main(int argc, char *argv[])
         system.scheduler.advance(5s);
         // The made-up system's own notes of what it was asked for are no part of the measure.
         system.suites.opened.clear();
+        system.scheduler.forgetPriorities();
         if (pass + 1 == warmUp)
             afterWarmUp = usedMemory();
     }

@@ -101,7 +101,7 @@ class Guide:
         self.click("Open System Settings", "push button")
         self._settings = Program("zorvane-system-settings", scale=SCALE)
         self._shown = Window("System Settings")
-        self._shown.place(20, 540)
+        self._shown.place(20, 60)
 
     def allow(self):
         pointer.click(*self._settings.spot("Allow", "push button"))

@@ -149,7 +149,7 @@ private Q_SLOTS:
 
     void aListOfTenMegabytesIsRead()
     {
-        const auto processes = generation(u"helper"_s, 40'000, now() - 60);
+        const auto processes = generation(u"helper"_s, 60'000, now() - 60);
         const QByteArray file = fileOf(processes);
         QVERIFY(file.size() > 10'000'000);
         write(u"replace"_s, file);

@@ -16,7 +16,7 @@ Window {
     title: "System Settings"
     color: Theme.window
     width: 480
-    height: 800
+    height: 700
     minimumWidth: width
     maximumWidth: width
     minimumHeight: height

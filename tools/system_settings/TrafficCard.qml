@@ -46,45 +46,33 @@ Card {
         onEdited: text => root.traffic.executablePath = text
     }
 
-    Item {
+    Label {
+        objectName: "verdict"
         width: parent.width
-        height: 30
+        visible: text !== ""
+        text: root.traffic.verdict
+        wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+        font: Type.subheadline
+        color: root.traffic.isBlocked ? Theme.redText : Theme.secondary
+    }
 
-        Label {
-            objectName: "verdict"
-            anchors.left: parent.left
-            anchors.right: buttons.left
-            anchors.rightMargin: 10
-            anchors.verticalCenter: parent.verticalCenter
-            text: root.traffic.verdict
-            wrapMode: Text.WrapAnywhere
-            maximumLineCount: 2
-            elide: Text.ElideRight
-            font: Type.subheadline
-            color: root.traffic.isBlocked ? Theme.redText : Theme.secondary
+    Row {
+        anchors.right: parent.right
+        spacing: 8
+
+        Button {
+            objectName: "chooseNext"
+            text: "Next Listed"
+            available: root.traffic.hasListed
+            onClicked: root.traffic.chooseNext()
         }
 
-        Row {
-            id: buttons
-
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            spacing: 8
-
-            Button {
-                objectName: "chooseNext"
-                text: "Next Listed"
-                available: root.traffic.hasListed
-                onClicked: root.traffic.chooseNext()
-            }
-
-            Button {
-                objectName: "connect"
-                text: "Connect"
-                prominent: true
-                available: root.traffic.canConnect
-                onClicked: root.traffic.openConnection()
-            }
+        Button {
+            objectName: "connect"
+            text: "Connect"
+            prominent: true
+            available: root.traffic.canConnect
+            onClicked: root.traffic.openConnection()
         }
     }
 
