@@ -185,8 +185,8 @@ def first_day(dark=False):
              lambda guide: (guide.hover("letter.txt"), guide.drop(),
                             guide.look("Drop an application with the .app extension."))),
             ("protection-off", "The switch turns protection off; the list stays.",
-             lambda guide: (guide.click("OK"), guide.click("4 network processes"), guide.click("Protection", "check box"),
-                            guide.look("Protection off"))),
+             lambda guide: (guide.click("OK"), guide.click("4 network processes"),
+                            guide.click("Protection", "check box"), guide.look("Protection off"))),
         ),
     )
 

@@ -114,7 +114,7 @@ private Q_SLOTS:
         QCOMPARE(f.called(u"rowName"_s).first()->mapToItem(row, {}).x(), 68.0);
     }
 
-    void unfoldingOneRowLeavesTheOthersFolded()
+    void foldingOneRowLeavesTheOthersAsTheyAre()
     {
         Rows f({named(u"Alpha"_s), named(u"Beta"_s), named(u"Gamma"_s)});
         f.toggle(1);
