@@ -106,6 +106,11 @@ void AppBlockStore::checkForUpdates(bool userInitiated)
     platform::onMainThread(*m_platform.scheduler, m_lifetime.watch(), check)();
 }
 
+QList<NetworkComponents> AppBlockStore::networkComponents(const Applications &applications) const
+{
+    return m_discovery.networkComponents(applications);
+}
+
 bool AppBlockStore::hasLoadedApplications() const
 {
     return m_list.hasLoaded();

@@ -50,6 +50,9 @@ public:
     [[nodiscard]] const QList<records::BlockedApplication> &applications() const;
     /** What the filter saw in the last 30 days, most recent first. */
     [[nodiscard]] const QList<inspection::DiscoveredNetworkProcess> &discoveredProcesses() const;
+    /** For each of @p applications what its row unfolds to, with these processes. */
+    [[nodiscard]] QList<NetworkComponents> networkComponents(
+        const QList<records::BlockedApplication> &applications) const;
     [[nodiscard]] bool isAddingApplication() const { return m_isAddingApplication; }
     /** What the user has to be told, until it is dismissed. */
     [[nodiscard]] const std::optional<QString> &alertMessage() const { return m_alertMessage; }

@@ -1,6 +1,10 @@
 #include "app/discovery.h"
 
 #include "app/observed_identities.h"
+#include "inspection/process_matching.h"
+
+#include <algorithm>
+#include <iterator>
 
 using namespace std::chrono_literals;
 
@@ -32,33 +36,57 @@ void Discovery::refreshDiscoveredProcesses()
     startReading();
 }
 
+QList<NetworkComponents> Discovery::networkComponents(
+    const QList<BlockedApplication> &applications) const
+{
+    QList<BlockedApplication> unknown;
+    std::ranges::copy_if(applications, std::back_inserter(unknown),
+        [this](const auto &application) { return m_components.of(application) == nullptr; });
+    ObservedComponents made;
+    if (!unknown.isEmpty())
+        made = {unknown, m_discoveredProcesses,
+            inspection::processesOfEach(unknown, m_discoveredProcesses), {}};
+    QList<NetworkComponents> result;
+    for (const BlockedApplication &application : applications) {
+        const NetworkComponents *const known = m_components.of(application);
+        result.append(known != nullptr ? *known : *made.of(application));
+    }
+    return result;
+}
+
 void Discovery::startReading()
 {
     platform::runInBackground(
         m_services.scheduler, platform::Priority::Utility, m_lifetime.watch(),
-        [reader = m_services.reader, last = m_seen, applications = m_services.list.applications(),
-            published = m_discoveredProcesses, now = m_services.scheduler.now()] {
-            return find(reader, last, applications, published, now);
-        },
+        [reader = m_services.reader,
+            known
+            = Known{m_seen, m_services.list.applications(), m_discoveredProcesses, m_components},
+            now = m_services.scheduler.now()] { return find(reader, known, now); },
         [this](const Findings &findings) { found(findings); });
 }
 
-Discovery::Findings Discovery::find(const inspection::DiscoveredProcesses &reader, const Seen &last,
-    const QList<BlockedApplication> &applications,
-    const QList<inspection::DiscoveredNetworkProcess> &published, const QDateTime &now)
+Discovery::Findings Discovery::find(
+    const inspection::DiscoveredProcesses &reader, const Known &known, const QDateTime &now)
 {
     Findings findings;
     const QByteArray bytes = reader.storedBytes();
     const auto seconds = inspection::referenceSeconds(now);
-    if (last.any && bytes == last.bytes && applications == last.applications
-        && last.recent.holdAt(seconds)) {
+    if (known.last.any && bytes == known.last.bytes && known.applications == known.last.applications
+        && known.last.recent.holdAt(seconds)) {
         findings.nothingNew = true;
-        findings.seen.applications = applications;
+        findings.seen.applications = known.applications;
         return findings;
     }
-    findings.seen = {true, bytes, applications, inspection::recentProcesses(bytes, seconds)};
-    findings.processesDiffer = findings.seen.recent.processes != published;
-    findings.merged = mergingObservedProcesses(applications, findings.seen.recent.processes);
+    findings.seen = {true, bytes, known.applications, inspection::recentProcesses(bytes, seconds)};
+    const auto &processes = findings.seen.recent.processes;
+    findings.processesDiffer = processes != known.published;
+    auto owned = inspection::processesOfEach(known.applications, processes);
+    findings.merged = mergingObservedProcesses(known.applications, processes, owned);
+    // A record that took in an identity owns what is signed with it, too.
+    if (findings.merged)
+        owned = inspection::processesOfEach(*findings.merged, processes);
+    findings.components
+        = {findings.merged.value_or(known.applications), processes, owned, known.components};
     return findings;
 }
 
@@ -73,12 +101,13 @@ void Discovery::found(const Findings &findings)
     if (findings.nothingNew)
         return;
     m_seen = findings.seen;
-    if (findings.processesDiffer) {
-        m_discoveredProcesses = findings.seen.recent.processes;
-        Q_EMIT discoveredProcessesChanged();
-    }
+    m_discoveredProcesses = findings.seen.recent.processes;
+    m_components = findings.components;
+    // Told first: the components were made for these records.
     if (findings.merged)
         Q_EMIT applicationsMerged(*findings.merged);
+    if (findings.processesDiffer)
+        Q_EMIT discoveredProcessesChanged();
 }
 
 } // namespace zorvane::app

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/blocked_list.h"
+#include "app/observed_components.h"
 #include "inspection/discovered_processes.h"
 #include "platform/main_thread.h"
 #include "platform/scheduler.h"
@@ -38,6 +39,13 @@ public:
         return m_discoveredProcesses;
     }
 
+    /**
+     * For each of @p applications what its row unfolds to, with the processes of the last pass.
+     * Costs little for records that the pass knew.
+     */
+    [[nodiscard]] QList<NetworkComponents> networkComponents(
+        const QList<records::BlockedApplication> &applications) const;
+
     /** One pass; skipped while the previous one still runs. */
     void refreshDiscoveredProcesses();
 
@@ -61,16 +69,26 @@ private:
         Seen seen;
         bool processesDiffer = false;
         std::optional<QList<records::BlockedApplication>> merged;
+        /** Of the applications as they are after the merging. */
+        ObservedComponents components;
     };
 
-    static Findings find(const inspection::DiscoveredProcesses &reader, const Seen &last,
-        const QList<records::BlockedApplication> &applications,
-        const QList<inspection::DiscoveredNetworkProcess> &published, const QDateTime &now);
+    /** What a pass starts from. */
+    struct Known {
+        Seen last;
+        QList<records::BlockedApplication> applications;
+        QList<inspection::DiscoveredNetworkProcess> published;
+        ObservedComponents components;
+    };
+
+    static Findings find(
+        const inspection::DiscoveredProcesses &reader, const Known &known, const QDateTime &now);
     void startReading();
     void found(const Findings &findings);
 
     Services m_services;
     QList<inspection::DiscoveredNetworkProcess> m_discoveredProcesses;
+    ObservedComponents m_components;
     Seen m_seen;
     /** True from a pass's start to its end. */
     bool m_discoveryRefreshTask = false;

@@ -112,7 +112,10 @@ int main()
     const QByteArray bytes = inspection::encodedProcesses(observed);
     const auto recent = inspection::recentProcesses(bytes, now);
     const auto plain = [&] { bench::keep(plainPass(list, observed)); };
-    const auto indexed = [&] { bench::keep(app::mergingObservedProcesses(list, observed)); };
+    const auto indexed = [&] {
+        const auto owned = inspection::processesOfEach(list, observed);
+        bench::keep(app::mergingObservedProcesses(list, observed, owned));
+    };
     const auto parse = [&] {
         simdjson::dom::parser parser;
         simdjson::dom::element root;

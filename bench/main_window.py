@@ -24,6 +24,9 @@ from windows import Window  # noqa: E402
 
 FRAME_ROUNDS = 10
 MEMORY_ROUNDS = 3
+IDLE_SECONDS = 60
+# A program that waits may use a thousandth of one processor.
+IDLE_SHARE = 0.001
 LISTED = 20
 
 
@@ -57,6 +60,19 @@ def saved_list():
         "protectionRequested": True,
         "blockedApplications": json.dumps(records).encode(),
     })
+
+
+def observed():
+    """What the filter has recorded of these applications."""
+    now = time.time() - 978307200
+    return plistlib.dumps({"discoveredNetworkProcesses.v2": json.dumps([
+        {
+            "signingIdentifier": f"com.example.application{number % LISTED}.helper{number}",
+            "executablePath": f"/Applications/Application {number % LISTED:02}.app/tool{number}",
+            "firstSeenAt": now - 100, "lastSeenAt": now, "connectionCount": 1,
+        }
+        for number in range(500)
+    ]).encode()})
 
 
 def icon(name):
@@ -95,11 +111,22 @@ class Program:
             self._end(process)
             return int(re.search(r"Rss:\s+(\d+) kB", rollup).group(1)) / 1024
 
+    def idle_time(self):
+        """Milliseconds of processor time that it uses in IDLE_SECONDS in which nothing happens."""
+        with tempfile.TemporaryDirectory() as folder:
+            write_preferences(folder, "group.dev.kestrelworks.Zorvane", observed())
+            process = self._start(folder, {})
+            Window(self._title)
+            wait_for(lambda: self._is_idle(process), "the program to be idle")
+            before = processor_time(process)
+            time.sleep(IDLE_SECONDS)
+            used = processor_time(process) - before
+            self._end(process)
+            return used
+
     def _start(self, folder, environment):
         if self._preferences:
-            file = pathlib.Path(folder) / "preferences/dev.kestrelworks.Zorvane.plist"
-            file.parent.mkdir()
-            file.write_bytes(self._preferences)
+            write_preferences(folder, "dev.kestrelworks.Zorvane", self._preferences)
         return self._desktop.start(self._path, environment={
             "QT_QPA_PLATFORM": "xcb", "QT_QUICK_BACKEND": "software",
             "ZORVANE_SYSTEM_DIR": folder, **environment,
@@ -116,9 +143,21 @@ class Program:
         process.wait(10)
 
 
+def write_preferences(folder, domain, content):
+    file = pathlib.Path(folder) / f"preferences/{domain}.plist"
+    file.parent.mkdir(exist_ok=True)
+    file.write_bytes(content)
+
+
 def processor_ticks(process):
     fields = pathlib.Path(f"/proc/{process.pid}/stat").read_text().rpartition(")")[2].split()
     return int(fields[11]) + int(fields[12])
+
+
+def processor_time(process):
+    """Milliseconds that all threads of the process have run, as the scheduler counts."""
+    threads = pathlib.Path(f"/proc/{process.pid}/task").glob("*/schedstat")
+    return sum(int(each.read_text().split()[0]) for each in threads) / 1e6
 
 
 def in_turns(rounds, measured, reference):
@@ -151,6 +190,9 @@ def main():
         memory = in_turns(MEMORY_ROUNDS, full.memory, empty.memory)
         report(f"resident memory, idle, {LISTED} applications listed", "an empty QQuickWindow",
                memory, "MB", 1.7)
+        report(f"processor time, idle, {IDLE_SECONDS} s, nothing new observed",
+               "a thousandth of one", (full.idle_time(), IDLE_SECONDS * 1000 * IDLE_SHARE),
+               "ms", 1.0)
 
 
 if __name__ == "__main__":

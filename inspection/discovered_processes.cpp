@@ -85,7 +85,7 @@ QByteArray DiscoveredProcesses::storedBytes() const
     if (!suite)
         return {};
     suite->synchronize();
-    return suite->data(u"discoveredNetworkProcesses.v2"_s).value_or(QByteArray());
+    return suite->data(discoveredProcessesKey).value_or(QByteArray());
 }
 
 QList<DiscoveredNetworkProcess> DiscoveredProcesses::loadDiscoveredProcesses(

@@ -12,6 +12,9 @@
 namespace zorvane::inspection
 {
 
+/** Under which the shared preferences keep the records, as data. */
+inline constexpr QLatin1StringView discoveredProcessesKey{"discoveredNetworkProcesses.v2"};
+
 /** The part of the stored records that is shown, and for how long it stays the same. */
 struct RecentProcesses {
     /** Most recent first. */

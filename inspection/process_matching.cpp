@@ -10,17 +10,6 @@ namespace zorvane::inspection
 using records::BlockedApplication;
 using records::CodeIdentity;
 
-namespace
-{
-
-bool liesAtOrBelow(const QString &path, const QString &folder)
-{
-    return path.startsWith(folder)
-        && (path.size() == folder.size() || path.at(folder.size()) == u'/');
-}
-
-} // namespace
-
 ApplicationMatcher::ApplicationMatcher(const BlockedApplication &application)
     : m_path(records::standardizedPath(application.path))
 {
@@ -36,7 +25,7 @@ bool ApplicationMatcher::owns(const DiscoveredNetworkProcess &process) const
     if (source && m_identities.contains(*source))
         return true;
     return process.executablePath
-        && liesAtOrBelow(records::standardizedPath(*process.executablePath), m_path);
+        && records::liesAtOrBelow(records::standardizedPath(*process.executablePath), m_path);
 }
 
 bool processBelongs(const DiscoveredNetworkProcess &process, const BlockedApplication &application)
@@ -48,7 +37,7 @@ bool processBelongs(const DiscoveredNetworkProcess &process, const BlockedApplic
     if (source && identities.contains(*source))
         return true;
     return process.executablePath
-        && liesAtOrBelow(records::standardizedPath(*process.executablePath),
+        && records::liesAtOrBelow(records::standardizedPath(*process.executablePath),
             records::standardizedPath(application.path));
 }
 
@@ -77,6 +66,18 @@ QList<qsizetype> ProcessIndex::owners(const DiscoveredNetworkProcess &process) c
     }
     std::ranges::sort(result);
     result.erase(std::ranges::unique(result).begin(), result.end());
+    return result;
+}
+
+QList<QList<qsizetype>> processesOfEach(
+    const QList<BlockedApplication> &applications, const QList<DiscoveredNetworkProcess> &processes)
+{
+    QList<QList<qsizetype>> result(applications.size());
+    const ProcessIndex index(applications);
+    for (qsizetype position = 0; position < processes.size(); ++position) {
+        for (const qsizetype owner : index.owners(processes.at(position)))
+            result[owner].append(position);
+    }
     return result;
 }
 

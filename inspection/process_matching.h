@@ -57,4 +57,12 @@ private:
     std::unordered_map<QString, QList<qsizetype>, TextHash, std::equal_to<>> m_byPath;
 };
 
+/**
+ * For each of @p applications the positions of the @p processes that belong to it, ascending: the
+ * same answers as asking about each pair.
+ */
+[[nodiscard]] QList<QList<qsizetype>> processesOfEach(
+    const QList<records::BlockedApplication> &applications,
+    const QList<DiscoveredNetworkProcess> &processes);
+
 } // namespace zorvane::inspection

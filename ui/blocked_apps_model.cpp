@@ -30,11 +30,11 @@ QString identifiersLine(const BlockedApplication &application)
 
 BlockedAppsModel::BlockedAppsModel(app::AppBlockStore &store)
     : m_store(store)
-    , m_rows(store.applications())
+    , m_rows(wantedRows())
 {
     connect(&store, &app::AppBlockStore::applicationsChanged, this, &BlockedAppsModel::follow);
-    connect(&store, &app::AppBlockStore::discoveredProcessesChanged, this,
-        &BlockedAppsModel::followProcesses);
+    connect(
+        &store, &app::AppBlockStore::discoveredProcessesChanged, this, &BlockedAppsModel::follow);
 }
 
 int BlockedAppsModel::count() const
@@ -51,7 +51,7 @@ QVariant BlockedAppsModel::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const auto &application = m_rows[index.row()];
+    const auto &[application, components] = m_rows[index.row()];
     switch (role) {
     case NameRole:
         return application.name;
@@ -60,7 +60,7 @@ QVariant BlockedAppsModel::data(const QModelIndex &index, int role) const
     case IconRole:
         return ApplicationImages::address(application);
     case ComponentCountRole:
-        return componentsOf(application).size();
+        return components.size();
     case ComponentsRevisionRole:
         return m_componentsRevision;
     default:
@@ -68,31 +68,11 @@ QVariant BlockedAppsModel::data(const QModelIndex &index, int role) const
     }
 }
 
-const BlockedAppsModel::Components &BlockedAppsModel::componentsOf(
-    const BlockedApplication &application) const
-{
-    auto found = m_components.find(application.id);
-    if (found == m_components.end()) {
-        found = m_components.insert(application.id,
-            inspection::networkComponents(application, m_store.discoveredProcesses()));
-    }
-    return *found;
-}
-
 QVariantList BlockedAppsModel::components(int row) const
 {
     if (row < 0 || row >= count())
         return {};
-    return componentLines(componentsOf(m_rows[row]));
-}
-
-void BlockedAppsModel::followProcesses()
-{
-    m_components.clear();
-    ++m_componentsRevision;
-    if (count() > 0)
-        Q_EMIT dataChanged(
-            index(0), index(count() - 1), {ComponentCountRole, ComponentsRevisionRole});
+    return componentLines(m_rows[row].components);
 }
 
 QHash<int, QByteArray> BlockedAppsModel::roleNames() const
@@ -106,52 +86,65 @@ void BlockedAppsModel::remove(int row)
     if (row < 0 || row >= count())
         return;
     // A copy: the store's announcement changes the rows while it runs.
-    const auto application = m_rows[row];
+    const auto application = m_rows[row].application;
     m_store.remove(application);
+}
+
+QList<BlockedAppsModel::Row> BlockedAppsModel::wantedRows() const
+{
+    const auto &applications = m_store.applications();
+    const auto components = m_store.networkComponents(applications);
+    QList<Row> rows;
+    rows.reserve(applications.size());
+    for (qsizetype i = 0; i < applications.size(); ++i)
+        rows.append({applications[i], components[i]});
+    return rows;
 }
 
 void BlockedAppsModel::follow()
 {
-    const auto wanted = m_store.applications();
+    const auto wanted = wantedRows();
     const auto before = count();
     removeMissing(wanted);
     for (int row = 0; row < wanted.size(); ++row) {
         bringToRow(wanted[row], row);
-        if (m_rows[row] == wanted[row])
+        const bool sameApplication = m_rows[row].application == wanted[row].application;
+        const bool sameComponents = m_rows[row].components == wanted[row].components;
+        if (sameApplication && sameComponents)
             continue;
         m_rows[row] = wanted[row];
-        m_components.remove(wanted[row].id);
         ++m_componentsRevision;
-        Q_EMIT dataChanged(index(row), index(row));
+        Q_EMIT dataChanged(index(row), index(row),
+            sameApplication ? QList<int>{ComponentCountRole, ComponentsRevisionRole}
+                            : QList<int>());
     }
     if (count() != before)
         Q_EMIT countChanged();
 }
 
-void BlockedAppsModel::removeMissing(const QList<BlockedApplication> &wanted)
+void BlockedAppsModel::removeMissing(const QList<Row> &wanted)
 {
     QSet<QUuid> kept;
-    for (const auto &application : wanted)
-        kept.insert(application.id);
+    for (const Row &row : wanted)
+        kept.insert(row.application.id);
     for (int row = count() - 1; row >= 0; --row) {
-        if (kept.contains(m_rows[row].id))
+        if (kept.contains(m_rows[row].application.id))
             continue;
         beginRemoveRows({}, row, row);
-        m_components.remove(m_rows[row].id);
         m_rows.removeAt(row);
         endRemoveRows();
     }
 }
 
 /** All rows before @p row are in place already. */
-void BlockedAppsModel::bringToRow(const BlockedApplication &application, int row)
+void BlockedAppsModel::bringToRow(const Row &wanted, int row)
 {
     const auto begin = m_rows.cbegin() + row;
-    const auto found = std::find_if(
-        begin, m_rows.cend(), [&](const auto &other) { return other.id == application.id; });
+    const auto found = std::find_if(begin, m_rows.cend(),
+        [&](const Row &other) { return other.application.id == wanted.application.id; });
     if (found == m_rows.cend()) {
         beginInsertRows({}, row, row);
-        m_rows.insert(row, application);
+        m_rows.insert(row, wanted);
         endInsertRows();
     } else if (found != begin) {
         const auto from = static_cast<int>(found - m_rows.cbegin());

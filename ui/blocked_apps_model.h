@@ -1,10 +1,8 @@
 #pragma once
 
 #include "app/app_block_store.h"
-#include "inspection/network_components.h"
 
 #include <QAbstractListModel>
-#include <QHash>
 #include <qqmlregistration.h>
 
 namespace zorvane::ui
@@ -47,20 +45,18 @@ Q_SIGNALS:
     void countChanged();
 
 private:
+    struct Row {
+        records::BlockedApplication application;
+        app::NetworkComponents components;
+    };
+
+    [[nodiscard]] QList<Row> wantedRows() const;
     void follow();
-    void removeMissing(const QList<records::BlockedApplication> &wanted);
-    void bringToRow(const records::BlockedApplication &application, int row);
-
-    using Components = QList<inspection::ApplicationNetworkComponent>;
-
-    void followProcesses();
-    [[nodiscard]] const Components &componentsOf(
-        const records::BlockedApplication &application) const;
+    void removeMissing(const QList<Row> &wanted);
+    void bringToRow(const Row &wanted, int row);
 
     app::AppBlockStore &m_store;
-    QList<records::BlockedApplication> m_rows;
-    /** Of the rows that were asked for them, until the record or the processes change. */
-    mutable QHash<QUuid, Components> m_components;
+    QList<Row> m_rows;
     int m_componentsRevision = 0;
 };
 

@@ -55,6 +55,12 @@ QString standardizedPath(const QString &path)
     return result.isEmpty() ? QStringLiteral("/") : result;
 }
 
+bool liesAtOrBelow(const QString &path, const QString &folder)
+{
+    return path.startsWith(folder)
+        && (path.size() == folder.size() || path.at(folder.size()) == u'/');
+}
+
 QString lastPathComponent(const QString &path)
 {
     QStringView rest = path;

@@ -16,6 +16,9 @@ namespace zorvane::records
  */
 [[nodiscard]] QString standardizedPath(const QString &path);
 
+/** True if @p path is @p folder or lies anywhere below it; both standardised. */
+[[nodiscard]] bool liesAtOrBelow(const QString &path, const QString &folder);
+
 /** The last component, trailing slashes ignored; "/" for the root. */
 [[nodiscard]] QString lastPathComponent(const QString &path);
 

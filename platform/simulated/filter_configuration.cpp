@@ -55,10 +55,15 @@ void FilterConfiguration::setProviderConfiguration(const FilterProviderConfigura
     m_object.insert(providerKey, provider);
 }
 
-qsizetype FilterConfiguration::vendorListSize(const QString &key) const
+QStringList FilterConfiguration::vendorList(const QString &key) const
 {
     const QJsonObject vendor = m_object.value(providerKey).toObject().value(vendorKey).toObject();
-    return vendor.value(key).toArray().size();
+    QStringList texts;
+    for (const QJsonValue &text : vendor.value(key).toArray()) {
+        if (text.isString())
+            texts.append(text.toString());
+    }
+    return texts;
 }
 
 } // namespace zorvane::platform::simulated

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <QJsonObject>
+#include <QStringList>
 
 namespace zorvane::platform::simulated
 {
@@ -29,8 +30,10 @@ public:
     [[nodiscard]] bool hasProviderConfiguration() const;
     /** Replaces the vendor configuration whole, keeps other members of an existing provider. */
     void setProviderConfiguration(const FilterProviderConfiguration &configuration);
-    /** How many entries the list @p key of the vendor configuration has; 0 if there is none. */
-    [[nodiscard]] qsizetype vendorListSize(const QString &key) const;
+    /** The texts in the list @p key of the vendor configuration; none if there is no such list. */
+    [[nodiscard]] QStringList vendorList(const QString &key) const;
+
+    friend bool operator==(const FilterConfiguration &, const FilterConfiguration &) = default;
 
 private:
     QJsonObject m_object;

@@ -89,12 +89,20 @@ class Guide:
         self.zorvane.click(name, role)
         self._rest()
 
+    def observe(self):
+        """A helper of Atlas Notes, and a program that it has downloaded, reach the network."""
+        programs = self.folder / "Atlas Notes.app/Contents"
+        self.zorvane.observe(
+            ("Atlas Sync", programs / "Helpers/Atlas Sync"),
+            ("atlas-updater", programs / "Resources/Atlas Updater"),
+        )
+
     def open_settings(self):
         """From here on the pictures show the system's settings, until look()."""
         self.click("Open System Settings", "push button")
         self._settings = Program("zorvane-system-settings", scale=SCALE)
         self._shown = Window("System Settings")
-        self._shown.place(20, 540)
+        self._shown.place(20, 60)
 
     def allow(self):
         pointer.click(*self._settings.spot("Allow", "push button"))
@@ -171,12 +179,15 @@ def first_day(dark=False):
             ("list", "Several applications, sorted by name.",
              lambda guide: (guide.zorvane.screen.find("Harbor Sync", "list item", 120),
                             guide.add("Quill Mail", "Meadow Player"), guide.look("Quill Mail"))),
+            ("unfolded", "What an application runs as: itself, its helpers, and what the filter saw.",
+             lambda guide: (guide.observe(), guide.click("4 network processes"),
+                            guide.look("Main app", "Bundled", "Observed"))),
             ("alert", "A dropped file that is no application is refused.",
              lambda guide: (guide.hover("letter.txt"), guide.drop(),
                             guide.look("Drop an application with the .app extension."))),
             ("protection-off", "The switch turns protection off; the list stays.",
-             lambda guide: (guide.click("OK"), guide.click("Protection", "check box"),
-                            guide.look("Protection off"))),
+             lambda guide: (guide.click("OK"), guide.click("4 network processes"),
+                            guide.click("Protection", "check box"), guide.look("Protection off"))),
         ),
     )
 

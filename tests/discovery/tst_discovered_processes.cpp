@@ -2,7 +2,9 @@
 #include "inspection/discovered_processes.h"
 #include "sample_processes.h"
 
+#include <atomic>
 #include <QTest>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane;
@@ -34,6 +36,25 @@ struct Fixture {
             identifiers.append(process.signingIdentifier);
         return identifiers;
     }
+};
+
+/** Notices two readers at once. */
+class WatchedSuites final : public platform::PreferencesSuites
+{
+public:
+    [[nodiscard]] std::unique_ptr<platform::Preferences> open(const QString &) override
+    {
+        const bool alone = ++m_readers == 1;
+        overlapped = overlapped || !alone;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        --m_readers;
+        return std::make_unique<FakePreferences>();
+    }
+
+    std::atomic<bool> overlapped = false;
+
+private:
+    std::atomic<int> m_readers = 0;
 };
 
 DiscoveredNetworkProcess seenAt(const QString &identifier, ReferenceSeconds time)
@@ -191,6 +212,24 @@ private Q_SLOTS:
         f.store(encodedProcesses({seenAt(u"y"_s, cutOff + 1)}));
         QCOMPARE(f.loaded(), QStringList{u"y"_s});
         QCOMPARE(f.suites.opened, QStringList({group, group}));
+    }
+
+    void neverDoTwoReadAtOnce()
+    {
+        FakeEntitlements entitlements;
+        WatchedSuites suites;
+        const DiscoveredProcesses one({entitlements, suites});
+        const DiscoveredProcesses other({entitlements, suites});
+        std::vector<std::thread> threads;
+        for (const DiscoveredProcesses *reader : {&one, &other, &one, &other}) {
+            threads.emplace_back([reader] {
+                for (int i = 0; i < 25; ++i)
+                    static_cast<void>(reader->storedBytes());
+            });
+        }
+        for (std::thread &thread : threads)
+            thread.join();
+        QVERIFY(!suites.overlapped);
     }
 
     void knowsForHowLongItsSelectionHolds()

@@ -38,7 +38,9 @@ public:
 
     [[nodiscard]] qsizetype waitingBackgroundJobs() const { return qsizetype(m_background.size()); }
     [[nodiscard]] qsizetype delayedJobs() const { return m_delayed.size(); }
+    /** Of all background jobs so far. */
     [[nodiscard]] const QList<platform::Priority> &priorities() const { return m_priorities; }
+    void forgetPriorities() { m_priorities.clear(); }
 
 private:
     class FakeTimer;

@@ -10,6 +10,9 @@ from windows import Window
 import pointer
 
 _PREFERENCES = "preferences/dev.kestrelworks.Zorvane.plist"
+_SHARED = "preferences/group.dev.kestrelworks.Zorvane.plist"
+# Dates are stored as seconds since the first day of 2001.
+_REFERENCE = 978307200
 
 
 class Zorvane:
@@ -37,6 +40,19 @@ class Zorvane:
     def change_system(self, **behaviour):
         """Replaces what the simulated system is told to do; the program may be running."""
         _replace(self.folder / "system.json", json.dumps(behaviour).encode())
+
+    def observe(self, *processes):
+        """Replaces what the filter extension has recorded; each process is its signing identifier
+        and the path of its program."""
+        now = time.time() - _REFERENCE
+        records = [
+            {"signingIdentifier": identifier, "executablePath": str(path), "connectionCount": 1,
+             "firstSeenAt": now, "lastSeenAt": now}
+            for identifier, path in processes
+        ]
+        _replace(self.folder / _SHARED, plistlib.dumps(
+            {"discoveredNetworkProcesses.v2": json.dumps(records).encode()}
+        ))
 
     def preferences(self):
         file = self.folder / _PREFERENCES

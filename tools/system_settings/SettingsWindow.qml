@@ -3,18 +3,20 @@ import Zorvane.Ui
 import Zorvane.SystemSettings
 
 /*
- * The settings of the simulated system: whether the extension may run, and what it would block.
+ * The settings of the simulated system: whether the extension may run, what it would block, and
+ * what becomes of a connection.
  * Of a fixed size, with room for all that may have to be said.
  */
 Window {
     id: root
 
     required property SystemState system
+    required property Traffic traffic
 
     title: "System Settings"
     color: Theme.window
     width: 480
-    height: 480
+    height: 700
     minimumWidth: width
     maximumWidth: width
     minimumHeight: height
@@ -38,6 +40,11 @@ Window {
         FilterCard {
             width: parent.width
             system: root.system
+        }
+
+        TrafficCard {
+            width: parent.width
+            traffic: root.traffic
         }
     }
 

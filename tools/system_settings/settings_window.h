@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/system_settings/system_state.h"
+#include "tools/system_settings/traffic.h"
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -19,6 +20,7 @@ public:
 
 private:
     SystemState m_state;
+    Traffic m_traffic;
     QQmlApplicationEngine m_engine;
 };
 

@@ -1,6 +1,5 @@
 #include "tools/system_settings/system_state.h"
 
-#include "platform/simulated/filter_configuration.h"
 #include "platform/simulated/json_file.h"
 
 namespace zorvane::tools
@@ -32,7 +31,7 @@ SystemState::Approval approvalOf(const Behaviour &behaviour)
 } // namespace
 
 SystemState::SystemState(std::filesystem::path folder)
-    : m_system(std::move(folder))
+    : m_system(std::make_shared<SimulatedSystem>(std::move(folder)))
 {
     refresh();
     connect(&m_timer, &QTimer::timeout, this, &SystemState::refresh);
@@ -41,7 +40,17 @@ SystemState::SystemState(std::filesystem::path folder)
 
 QString SystemState::folder() const
 {
-    return textOf(m_system.folder());
+    return textOf(m_system->folder());
+}
+
+int SystemState::identityCount() const
+{
+    return static_cast<int>(filter().vendorList(u"blockedCodeIdentities"_s).size());
+}
+
+int SystemState::applicationCount() const
+{
+    return static_cast<int>(filter().vendorList(u"blockedApplicationPaths"_s).size());
 }
 
 void SystemState::allow()
@@ -56,7 +65,7 @@ void SystemState::block()
 
 void SystemState::decide(const ExtensionState &state)
 {
-    const auto error = writeExtensionState(m_system.extensionFile(), state);
+    const auto error = writeExtensionState(m_system->extensionFile(), state);
     m_shown.error = error ? u"This could not be stored: %1."_s.arg(*error) : QString();
     refresh();
     Q_EMIT changed();
@@ -65,7 +74,7 @@ void SystemState::decide(const ExtensionState &state)
 void SystemState::refresh()
 {
     Shown shown = m_shown;
-    shown.approval = approvalOf(m_system.behaviour());
+    shown.approval = approvalOf(m_system->behaviour());
     readExtension(shown);
     readFilter(shown);
     if (shown == m_shown)
@@ -76,25 +85,21 @@ void SystemState::refresh()
 
 void SystemState::readExtension(Shown &shown)
 {
-    const auto stamp = stampOf(m_system.extensionFile());
+    const auto stamp = stampOf(m_system->extensionFile());
     if (stamp == m_extensionStamp)
         return;
     m_extensionStamp = stamp;
-    shown.extension = readExtensionState(m_system.extensionFile());
+    shown.extension = readExtensionState(m_system->extensionFile());
 }
 
 void SystemState::readFilter(Shown &shown)
 {
-    const auto stamp = stampOf(m_system.filterConfigurationFile());
+    const auto stamp = stampOf(m_system->filterConfigurationFile());
     if (stamp == m_filterStamp)
         return;
     m_filterStamp = stamp;
-    const FilterConfiguration filter(
-        readJsonFile(m_system.filterConfigurationFile()).value_or(QJsonObject()));
-    shown.filterConfigured = filter.hasProviderConfiguration();
-    shown.filterEnabled = filter.isEnabled();
-    shown.identityCount = int(filter.vendorListSize(u"blockedCodeIdentities"_s));
-    shown.applicationCount = int(filter.vendorListSize(u"blockedApplicationPaths"_s));
+    shown.filter = FilterConfiguration(
+        readJsonFile(m_system->filterConfigurationFile()).value_or(QJsonObject()));
 }
 
 } // namespace zorvane::tools

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/simulated/extension_state.h"
+#include "platform/simulated/filter_configuration.h"
 #include "platform/simulated/simulated_system.h"
 
+#include <memory>
 #include <QObject>
 #include <qqmlregistration.h>
 #include <QTimer>
@@ -41,13 +43,22 @@ public:
     explicit SystemState(std::filesystem::path folder);
 
     [[nodiscard]] QString folder() const;
+    [[nodiscard]] std::shared_ptr<const platform::simulated::SimulatedSystem> system() const
+    {
+        return m_system;
+    }
     [[nodiscard]] bool isApproved() const { return m_shown.extension.approved; }
     [[nodiscard]] bool isActive() const { return m_shown.extension.active; }
     [[nodiscard]] Approval approval() const { return m_shown.approval; }
-    [[nodiscard]] bool isFilterConfigured() const { return m_shown.filterConfigured; }
-    [[nodiscard]] bool isFilterEnabled() const { return m_shown.filterEnabled; }
-    [[nodiscard]] int identityCount() const { return m_shown.identityCount; }
-    [[nodiscard]] int applicationCount() const { return m_shown.applicationCount; }
+    /** What a filter extension would read now. */
+    [[nodiscard]] const platform::simulated::FilterConfiguration &filter() const
+    {
+        return m_shown.filter;
+    }
+    [[nodiscard]] bool isFilterConfigured() const { return filter().hasProviderConfiguration(); }
+    [[nodiscard]] bool isFilterEnabled() const { return filter().isEnabled(); }
+    [[nodiscard]] int identityCount() const;
+    [[nodiscard]] int applicationCount() const;
     /** Why the last decision could not be stored; empty if it could. */
     [[nodiscard]] QString error() const { return m_shown.error; }
 
@@ -63,10 +74,7 @@ private:
     struct Shown {
         platform::simulated::ExtensionState extension;
         Approval approval = Approval::Granted;
-        bool filterConfigured = false;
-        bool filterEnabled = false;
-        int identityCount = 0;
-        int applicationCount = 0;
+        platform::simulated::FilterConfiguration filter;
         QString error;
 
         friend bool operator==(const Shown &, const Shown &) = default;
@@ -77,7 +85,7 @@ private:
     void readExtension(Shown &shown);
     void readFilter(Shown &shown);
 
-    platform::simulated::SimulatedSystem m_system;
+    std::shared_ptr<platform::simulated::SimulatedSystem> m_system;
     Shown m_shown;
     std::optional<platform::simulated::FileStamp> m_extensionStamp;
     std::optional<platform::simulated::FileStamp> m_filterStamp;

@@ -1,0 +1,243 @@
+#include "ui/observed.h"
+#include "ui/window_fixture.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane::tests;
+using zorvane::ui::BlockedAppsModel;
+
+namespace
+{
+
+SampleApplication named(const QString &name)
+{
+    return {name, u"org.example."_s + name.toLower(), u"TEAM123456"_s, std::nullopt};
+}
+
+/** A record that runs as itself and as many helpers. */
+zorvane::records::BlockedApplication withHelpers(const QString &name, int helpers)
+{
+    zorvane::records::BlockedApplication record;
+    record.id = QUuid::createUuid();
+    record.name = name;
+    record.bundleIdentifier = record.signingIdentifier = u"org.example."_s + name.toLower();
+    record.teamIdentifier = u"TEAM123456"_s;
+    record.inspectionVersion = zorvane::records::currentInspectionVersion;
+    record.path = u"/Applications/%1.app"_s.arg(name);
+    QList<zorvane::records::CodeIdentity> identities;
+    for (int i = 1; i <= helpers; ++i)
+        identities.append({u"org.example.helper%1"_s.arg(i, 4, 10, QChar(u'0')), u"TEAM123456"_s});
+    record.auxiliaryCodeIdentities = identities;
+    return record;
+}
+
+/** The window, and its rows as a test sees them. */
+struct Rows : WindowFixture {
+    using WindowFixture::WindowFixture;
+
+    [[nodiscard]] QList<QQuickItem *> called(const QString &name) const
+    {
+        return items([&](const QQuickItem *item) { return item->objectName() == name; });
+    }
+
+    [[nodiscard]] QStringList texts(const QString &name) const
+    {
+        QStringList result;
+        for (const QQuickItem *item : called(name))
+            result << item->property("text").toString();
+        return result;
+    }
+
+    void toggle(int row)
+    {
+        const auto before = called(u"disclosure"_s).value(row)->property("open").toBool();
+        click(called(u"disclosure"_s).value(row));
+        const auto lines = rowOf(called(u"disclosure"_s).value(row));
+        QTRY_COMPARE(lines->property("unfolding").toReal(), before ? 0.0 : 1.0);
+    }
+
+    /** The row that holds an item of it. */
+    [[nodiscard]] static QQuickItem *rowOf(QQuickItem *item)
+    {
+        while (item != nullptr && item->metaObject()->indexOfSignal("removeRequested()") < 0)
+            item = item->parentItem();
+        return item;
+    }
+};
+
+} // namespace
+
+class TestComponentRows : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QLocale::setDefault(QLocale(QLocale::English)); }
+
+    void aCountOfOneIsSingularEveryOtherPlural()
+    {
+        Rows f({named(u"Alpha"_s), named(u"Beta"_s)});
+        observe(f.platform, {observedProcess(f.platform, u"Beta"_s, u"helper"_s)});
+        QCOMPARE(f.texts(u"disclosure"_s),
+            (QStringList{u"1 network process"_s, u"2 network processes"_s}));
+    }
+
+    void anUnfoldedRowSaysNameAndKindOfEveryComponent()
+    {
+        Rows f;
+        f.store->add(withHelpers(u"Alpha"_s, 1));
+        f.settle();
+        observe(
+            f.platform, {observedProcess(f.platform, u"Alpha"_s, u"Late Tool"_s, std::nullopt)});
+        QVERIFY(f.called(u"componentName"_s).isEmpty());
+        f.toggle(0);
+        QCOMPARE(f.texts(u"componentName"_s),
+            (QStringList{u"Alpha"_s, u"Late Tool"_s, u"org.example.helper0001"_s}));
+        QCOMPARE(
+            f.texts(u"componentKind"_s), (QStringList{u"Main app"_s, u"Observed"_s, u"Bundled"_s}));
+        QVERIFY(f.text(u"Blocked"_s));
+        QVERIFY(f.button(u"Remove from list"_s));
+    }
+
+    void theLinesStandUnderTheName()
+    {
+        Rows f({named(u"Alpha"_s)});
+        f.toggle(0);
+        QQuickItem *const row = Rows::rowOf(f.called(u"disclosure"_s).first());
+        QQuickItem *const line = f.called(u"componentName"_s).first()->parentItem();
+        const QQuickItem *const symbol = line->childItems().first();
+        QCOMPARE(symbol->mapToItem(row, {}).x(), 68.0);
+        QCOMPARE(symbol->width(), 24.0);
+        QCOMPARE(f.called(u"rowName"_s).first()->mapToItem(row, {}).x(), 68.0);
+    }
+
+    void foldingOneRowLeavesTheOthersAsTheyAre()
+    {
+        Rows f({named(u"Alpha"_s), named(u"Beta"_s), named(u"Gamma"_s)});
+        f.toggle(1);
+        const auto open
+            = [&](int row) { return f.called(u"disclosure"_s).at(row)->property("open").toBool(); };
+        QCOMPARE((QList{open(0), open(1), open(2)}), (QList{false, true, false}));
+        f.toggle(0);
+        f.toggle(1);
+        QCOMPARE((QList{open(0), open(1), open(2)}), (QList{true, false, false}));
+    }
+
+    void aRowThatIsMadeAnewIsFolded()
+    {
+        Rows f({named(u"Alpha"_s)});
+        f.toggle(0);
+        const auto record = f.store->applications().constFirst();
+        f.store->remove(record);
+        f.settle();
+        f.store->add(record);
+        f.settle();
+        QVERIFY(!f.called(u"disclosure"_s).first()->property("open").toBool());
+        QVERIFY(f.called(u"componentName"_s).isEmpty());
+    }
+
+    void aPassThatChangesOneRecordAnnouncesOnlyItsRow()
+    {
+        Rows f({named(u"Alpha"_s), named(u"Beta"_s), named(u"Gamma"_s)});
+        observe(f.platform, {}); // the first pass brings all records to the present form
+        BlockedAppsModel model(*f.store);
+        const QAbstractItemModelTester tester(
+            &model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        const QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+        const QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
+        const QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
+        observe(f.platform, {observedProcess(f.platform, u"Beta"_s, u"helper"_s)});
+        QCOMPARE(model.index(1).data(BlockedAppsModel::ComponentCountRole).toInt(), 2);
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(changed.first().at(0).toModelIndex().row(), 1);
+        QCOMPARE(changed.first().at(1).toModelIndex().row(), 1);
+        QCOMPARE(reset.size() + inserted.size() + removed.size(), 0);
+    }
+
+    void aProcessThatIsOnlyShownAnnouncesOnlyTheLinesOfItsRow()
+    {
+        Rows f({named(u"Alpha"_s), named(u"Beta"_s)});
+        observe(f.platform, {}); // the first pass brings all records to the present form
+        BlockedAppsModel model(*f.store);
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        observe(f.platform, {observedProcess(f.platform, u"Alpha"_s, u"curl"_s, std::nullopt)});
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(changed.first().at(0).toModelIndex().row(), 0);
+        QCOMPARE(changed.first().at(2).value<QList<int>>(),
+            (QList<int>{
+                BlockedAppsModel::ComponentCountRole, BlockedAppsModel::ComponentsRevisionRole}));
+    }
+
+    void aPassThatFindsNothingNewAnnouncesNothing()
+    {
+        Rows f({named(u"Alpha"_s)});
+        observe(f.platform, {}); // the first pass brings all records to the present form
+        BlockedAppsModel model(*f.store);
+        const auto processes = QList{observedProcess(f.platform, u"Alpha"_s, u"helper"_s)};
+        observe(f.platform, processes);
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        observe(f.platform, processes);
+        observe(f.platform, processes);
+        QCOMPARE(changed.size(), 0);
+    }
+
+    void aPassNeitherRebuildsOtherRowsNorFoldsOpenOnes()
+    {
+        Rows f({named(u"Alpha"_s), named(u"Beta"_s)});
+        f.toggle(0);
+        f.toggle(1);
+        QQuickItem *const alpha = Rows::rowOf(f.called(u"disclosure"_s).at(0));
+        QQuickItem *const beta = Rows::rowOf(f.called(u"disclosure"_s).at(1));
+        QQuickItem *const line = f.called(u"componentName"_s).first();
+        observe(f.platform, {observedProcess(f.platform, u"Beta"_s, u"helper"_s)});
+        QCOMPARE(Rows::rowOf(f.called(u"disclosure"_s).at(0)), alpha);
+        QCOMPARE(Rows::rowOf(f.called(u"disclosure"_s).at(1)), beta);
+        QCOMPARE(f.called(u"componentName"_s).first(), line);
+        QVERIFY(alpha->property("unfolded").toBool());
+        QVERIFY(beta->property("unfolded").toBool());
+        QTRY_COMPARE(
+            f.texts(u"componentName"_s), (QStringList{u"Alpha"_s, u"Beta"_s, u"helper"_s}));
+    }
+
+    void anAddedApplicationShowsWhatWasObservedBefore()
+    {
+        Rows f;
+        observe(f.platform, {observedProcess(f.platform, u"Alpha"_s, u"helper"_s)});
+        f.store->add(withHelpers(u"Alpha"_s, 0));
+        f.settle();
+        QCOMPARE(f.texts(u"disclosure"_s), QStringList{u"2 network processes"_s});
+    }
+
+    void ofManyComponentsOnlyThoseInViewAreBuilt()
+    {
+        Rows f;
+        f.store->add(withHelpers(u"Alpha"_s, 499));
+        f.settle();
+        QCOMPARE(f.texts(u"disclosure"_s), QStringList{u"500 network processes"_s});
+        f.toggle(0);
+        QVERIFY(f.called(u"componentName"_s).size() < 40);
+        QCOMPARE(f.called(u"componentLines"_s).first()->height(), 1 + 4 + 500 * 32.0 + 6);
+        QQuickItem *const page = f.item(u"page"_s);
+        page->setProperty("contentY", page->property("contentHeight").toReal() - page->height());
+        QTRY_VERIFY(f.text(u"org.example.helper0499"_s));
+        QVERIFY(f.called(u"componentName"_s).size() < 40);
+    }
+
+    void anOpenRowFollowsAProcessThatDisappears()
+    {
+        Rows f({named(u"Alpha"_s)});
+        observe(f.platform, {observedProcess(f.platform, u"Alpha"_s, u"curl"_s, std::nullopt)});
+        f.toggle(0);
+        QCOMPARE(f.texts(u"componentName"_s), (QStringList{u"Alpha"_s, u"curl"_s}));
+        observe(f.platform, {});
+        QTRY_COMPARE(f.texts(u"componentName"_s), QStringList{u"Alpha"_s});
+        QCOMPARE(f.texts(u"disclosure"_s), QStringList{u"1 network process"_s});
+    }
+};
+
+QTEST_MAIN(TestComponentRows)
+#include "tst_component_rows.moc"
