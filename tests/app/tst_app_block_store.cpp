@@ -178,9 +178,11 @@ private Q_SLOTS:
         const auto store = f.loadedStore();
         store->addApplication(QUrl::fromLocalFile(u"/A.app"_s));
         const auto load = Priority::UserInitiated;
+        const auto updateCheck = Priority::Utility;
         const auto reinspection = Priority::Utility;
         const auto addition = Priority::UserInitiated;
-        QCOMPARE(f.system.scheduler.priorities(), (QList{load, reinspection, addition}));
+        QCOMPARE(
+            f.system.scheduler.priorities(), (QList{load, updateCheck, reinspection, addition}));
     }
 
     void anAdditionInspectedBeforeTheLoadWaitsForIt()
