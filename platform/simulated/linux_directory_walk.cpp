@@ -5,7 +5,6 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <mutex>
-#include <optional>
 #include <ranges>
 #include <span>
 #include <string>
@@ -24,9 +23,6 @@ namespace
 
 constexpr int openFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
 
-/** How much of a path is handed to the system at once, below its limit for one call. */
-constexpr size_t stretchLength = 2000;
-
 /** Room for the entries of most folders at once. */
 constexpr size_t bufferSize = 64 * 1024;
 
@@ -34,7 +30,6 @@ constexpr size_t bufferSize = 64 * 1024;
 class Folder
 {
 public:
-    Folder() = default;
     explicit Folder(int descriptor)
         : m_descriptor(descriptor)
     {
@@ -43,11 +38,7 @@ public:
         : m_descriptor(std::exchange(other.m_descriptor, -1))
     {
     }
-    Folder &operator=(Folder &&other) noexcept
-    {
-        std::swap(m_descriptor, other.m_descriptor);
-        return *this;
-    }
+    Folder &operator=(Folder &&) = delete;
     ~Folder()
     {
         if (isOpen())
@@ -61,17 +52,9 @@ public:
 
     [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }
     [[nodiscard]] int descriptor() const { return m_descriptor; }
-    /** The device that the folder lies on; nothing if the folder is not open. */
-    [[nodiscard]] std::optional<dev_t> device() const
-    {
-        struct stat status = {};
-        if (::fstat(m_descriptor, &status) != 0)
-            return std::nullopt;
-        return status.st_dev;
-    }
 
 private:
-    int m_descriptor = -1;
+    int m_descriptor;
 };
 
 ItemKind kindOf(mode_t mode)
@@ -133,13 +116,12 @@ public:
         : m_rootPath(root.native())
         , m_visit(visit)
         , m_root(Folder::openAt(AT_FDCWD, m_rootPath.c_str(), 0))
-        , m_device(m_root.device())
     {
     }
 
     void run()
     {
-        if (!m_device)
+        if (!m_root.isOpen())
             return;
         m_folders.push_back({0, {}});
         m_pending.push_back(0);
@@ -197,27 +179,10 @@ private:
 
     std::vector<Entry> read(const std::string &path, std::span<char> buffer) const
     {
-        const Folder folder = open(path);
-        return folder.device() == m_device ? entriesOf(folder, buffer) : std::vector<Entry>();
-    }
-
-    /** Opens a folder below the root, a stretch at a time where the path is long. */
-    Folder open(const std::string &path) const
-    {
         if (path.empty())
-            return Folder::openAt(m_root.descriptor(), ".", 0);
-        Folder reached;
-        size_t start = 1;
-        for (;;) {
-            size_t end = path.size();
-            if (end - start > stretchLength)
-                end = path.rfind('/', start + stretchLength);
-            const int base = (reached.isOpen() ? reached : m_root).descriptor();
-            reached = Folder::openAt(base, path.substr(start, end - start).c_str(), O_NOFOLLOW);
-            if (!reached.isOpen() || end == path.size())
-                return reached;
-            start = end + 1;
-        }
+            return entriesOf(m_root, buffer);
+        const Folder folder = Folder::openAt(m_root.descriptor(), path.c_str() + 1, O_NOFOLLOW);
+        return folder.isOpen() ? entriesOf(folder, buffer) : std::vector<Entry>();
     }
 
     void visit(size_t number, std::string path, const std::vector<Entry> &entries)
@@ -237,7 +202,6 @@ private:
     const std::string m_rootPath;
     const DirectoryWalk::Visitor &m_visit;
     const Folder m_root;
-    const std::optional<dev_t> m_device;
 
     std::mutex m_mutex;
     std::condition_variable m_changed;
