@@ -14,34 +14,14 @@ namespace zorvane::platform::simulated
 namespace
 {
 
-/** The folders that tell the layouts apart, as far as a bundle has them. */
-struct Markers {
-    bool contents = false;
-    bool resources = false;
-    bool supportFiles = false;
-    bool versions = false;
-};
-
-std::optional<Markers> markersOf(const fs::path &path)
+/** Keeps the path of @p entry if its name is @p name but for letter case; the very name wins. */
+void keep(const fs::directory_entry &entry, QLatin1String name, std::optional<fs::path> &kept)
 {
-    std::error_code error;
-    fs::directory_iterator entry(path, error);
-    if (error)
-        return std::nullopt;
-    Markers markers;
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        std::error_code ignored;
-        if (!entry->is_symlink(ignored) && !entry->is_directory(ignored))
-            continue;
-        const QString name = QString::fromStdString(entry->path().filename().string());
-        const auto is
-            = [&](QLatin1String other) { return name.compare(other, Qt::CaseInsensitive) == 0; };
-        markers.contents = markers.contents || is("Contents"_L1);
-        markers.resources = markers.resources || is("Resources"_L1);
-        markers.supportFiles = markers.supportFiles || is("Support Files"_L1);
-        markers.versions = markers.versions || is("Versions"_L1);
-    }
-    return markers;
+    const QString found = QString::fromStdString(entry.path().filename().string());
+    if (found.compare(name, Qt::CaseInsensitive) != 0)
+        return;
+    if (!kept || found == name)
+        kept = entry.path();
 }
 
 /** Replaces what keys for this system override, and drops those keys. */
@@ -63,23 +43,50 @@ QVariantMap withOverrides(const QVariantMap &information)
 
 } // namespace
 
+std::optional<BundleFolders> bundleFolders(const fs::path &path)
+{
+    std::error_code error;
+    fs::directory_iterator entry(path, error);
+    if (error)
+        return std::nullopt;
+    BundleFolders folders;
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        std::error_code ignored;
+        if (!entry->is_symlink(ignored) && !entry->is_directory(ignored))
+            continue;
+        keep(*entry, "Contents"_L1, folders.contents);
+        keep(*entry, "Resources"_L1, folders.resources);
+        keep(*entry, "Support Files"_L1, folders.supportFiles);
+        keep(*entry, "Versions"_L1, folders.versions);
+    }
+    return folders;
+}
+
 std::optional<BundleLayout> bundleLayout(const fs::path &path)
 {
-    const std::optional<Markers> markers = markersOf(path);
-    if (!markers)
+    const std::optional<BundleFolders> folders = bundleFolders(path);
+    if (!folders)
         return std::nullopt;
     const bool isFramework = path.extension() == ".framework";
-    if (markers->resources && (isFramework || !markers->contents))
-        return BundleLayout{path / "Resources", path / "Resources"};
-    if (markers->contents)
-        return BundleLayout{path / "Contents", path / "Contents" / "Resources"};
-    if (markers->supportFiles)
-        return BundleLayout{path / "Support Files", path / "Support Files" / "Resources"};
-    const fs::path version = path / "Versions" / "Current" / "Resources";
+    if (folders->resources && (isFramework || !folders->contents))
+        return BundleLayout{*folders->resources, *folders->resources};
+    if (folders->contents)
+        return BundleLayout{*folders->contents, *folders->contents / "Resources"};
+    if (folders->supportFiles)
+        return BundleLayout{*folders->supportFiles, *folders->supportFiles / "Resources"};
     std::error_code ignored;
-    if (markers->versions && fs::is_directory(version, ignored))
-        return BundleLayout{version, version};
+    if (folders->versions) {
+        const fs::path version = *folders->versions / "Current" / "Resources";
+        if (fs::is_directory(version, ignored))
+            return BundleLayout{version, version};
+    }
     return BundleLayout{path, path};
+}
+
+QVariantMap readBundleTable(const fs::path &path)
+{
+    const auto bytes = readSmallFile(path, bundleTableSizeLimit);
+    return bytes ? readPropertyList(*bytes).toMap() : QVariantMap();
 }
 
 QVariantMap readBundleInformation(const BundleLayout &layout)
@@ -87,10 +94,8 @@ QVariantMap readBundleInformation(const BundleLayout &layout)
     for (const char *name : {"Info-macos.plist", "Info.plist"}) {
         const fs::path path = layout.information / name;
         std::error_code ignored;
-        if (!fs::exists(path, ignored))
-            continue;
-        const auto bytes = readSmallFile(path, propertyListSizeLimit);
-        return bytes ? withOverrides(readPropertyList(*bytes).toMap()) : QVariantMap();
+        if (fs::exists(path, ignored))
+            return withOverrides(readBundleTable(path));
     }
     return {};
 }

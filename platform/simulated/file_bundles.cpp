@@ -2,6 +2,7 @@
 
 #include "platform/simulated/bundle_layout.h"
 #include "platform/simulated/localized_information.h"
+#include "platform/simulated/property_list.h"
 
 using namespace Qt::StringLiterals;
 
@@ -10,13 +11,6 @@ namespace zorvane::platform::simulated
 
 namespace
 {
-
-std::optional<QString> textOf(const QVariant &value)
-{
-    if (value.typeId() != QMetaType::QString)
-        return std::nullopt;
-    return value.toString();
-}
 
 class FileBundle final : public Bundle
 {

@@ -1,8 +1,6 @@
 #include "platform/simulated/localized_information.h"
 
-#include "platform/simulated/property_list.h"
-#include "platform/simulated/small_file.h"
-
+#include <algorithm>
 #include <QHash>
 
 using namespace Qt::StringLiterals;
@@ -37,12 +35,6 @@ QString baseLanguage(const QString &canonical)
     return canonical.section(u'-', 0, 0);
 }
 
-QVariantMap readTable(const fs::path &path)
-{
-    const auto bytes = readSmallFile(path, propertyListSizeLimit);
-    return bytes ? readPropertyList(*bytes).toMap() : QVariantMap();
-}
-
 /** The names of the localised folders, sorted so that a choice among equals is always the same. */
 QStringList localizedFolders(const fs::path &resources)
 {
@@ -58,23 +50,38 @@ QStringList localizedFolders(const fs::path &resources)
     return names;
 }
 
+/** A localisation: its name in the bundle, and the one to compare. */
+struct Localization {
+    QString name;
+    QString canonical;
+};
+
+/** The localisations of these names, each once; a hostile table may have very many. */
+QList<Localization> localizationsOf(QStringList names)
+{
+    names.removeDuplicates();
+    QList<Localization> localizations;
+    for (const QString &name : names)
+        localizations.append({name, canonicalLanguage(name)});
+    return localizations;
+}
+
 /** Those of @p available that suit @p wanted, the best first: the very one, its language without a
  * region, another region of its language. */
-QStringList matches(const QStringList &available, const QString &wanted)
+QList<Localization> matches(QList<Localization> available, const QString &wanted)
 {
     const QString exact = canonicalLanguage(wanted);
     const QString base = baseLanguage(exact);
-    QStringList result;
-    const auto append = [&](auto &&suits) {
-        for (const QString &name : available) {
-            if (!result.contains(name) && suits(canonicalLanguage(name)))
-                result.append(name);
-        }
+    auto rest = available.begin();
+    const auto take = [&](auto &&suits) {
+        rest = std::stable_partition(
+            rest, available.end(), [&](const Localization &one) { return suits(one.canonical); });
     };
-    append([&](const QString &name) { return name == exact; });
-    append([&](const QString &name) { return name == base; });
-    append([&](const QString &name) { return baseLanguage(name) == base; });
-    return result;
+    take([&](const QString &name) { return name == exact; });
+    take([&](const QString &name) { return name == base; });
+    take([&](const QString &name) { return baseLanguage(name) == base; });
+    available.erase(rest, available.end());
+    return available;
 }
 
 } // namespace
@@ -82,18 +89,20 @@ QStringList matches(const QStringList &available, const QString &wanted)
 QVariantMap readLocalizedInformation(
     const BundleLayout &layout, const QStringList &languages, const QString &developmentRegion)
 {
-    const QVariantMap global = readTable(layout.resources / "InfoPlist.strings");
+    const QVariantMap global = readBundleTable(layout.resources / "InfoPlist.strings");
     if (!global.isEmpty())
         return global;
-    const QVariantMap compiled = readTable(layout.resources / "InfoPlist.loctable");
-    const QStringList available = localizedFolders(layout.resources) + compiled.keys();
+    const QVariantMap compiled = readBundleTable(layout.resources / "InfoPlist.loctable");
+    const QList<Localization> available
+        = localizationsOf(localizedFolders(layout.resources) + compiled.keys());
     for (const QString &wanted : languages + QStringList{developmentRegion, u"Base"_s}) {
-        for (const QString &language : matches(available, wanted)) {
-            const QVariantMap fromCompiled = compiled.value(language).toMap();
+        for (const Localization &language : matches(available, wanted)) {
+            const QVariantMap fromCompiled = compiled.value(language.name).toMap();
             if (!fromCompiled.isEmpty())
                 return fromCompiled;
-            const std::string folder = (language + u".lproj"_s).toStdString();
-            const QVariantMap table = readTable(layout.resources / folder / "InfoPlist.strings");
+            const std::string folder = (language.name + u".lproj"_s).toStdString();
+            const QVariantMap table
+                = readBundleTable(layout.resources / folder / "InfoPlist.strings");
             if (!table.isEmpty())
                 return table;
         }

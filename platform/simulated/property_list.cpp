@@ -9,7 +9,10 @@
 #include <optional>
 #include <plist/plist.h>
 #include <QDateTime>
+#include <QRegularExpression>
 #include <QStringDecoder>
+
+using namespace Qt::StringLiterals;
 
 namespace zorvane::platform::simulated
 {
@@ -137,6 +140,7 @@ QVariant readXml(const QString &text)
 {
     if (!isXmlWithinLimits(text))
         return {};
+    // The library takes every text for UTF-8, whatever it says of itself.
     const QByteArray bytes = text.toUtf8();
     plist_t root = nullptr;
     plist_from_xml(bytes.constData(), uint32_t(bytes.size()), &root);
@@ -156,19 +160,32 @@ QStringConverter::Encoding encodingOf(QByteArrayView bytes)
     return QStringConverter::Utf8;
 }
 
+/** True if these are the bytes of an XML text that says to be in Latin-1. */
+bool isLatin1Xml(QByteArrayView bytes)
+{
+    static const QRegularExpression declaration(
+        u"^\\s*<\\?xml[^>]*\\sencoding\\s*=\\s*[\"'](?:iso-8859-1|latin-?1)[\"']"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    constexpr qsizetype longestDeclaration = 200;
+    const QByteArrayView start = bytes.first(qMin(bytes.size(), longestDeclaration));
+    return declaration.match(QString::fromLatin1(start)).hasMatch();
+}
+
+/** The text without white space around it. */
 std::optional<QString> decodedText(QByteArrayView bytes)
 {
     QStringDecoder decode(encodingOf(bytes), QStringConverter::Flag::Stateless);
-    QString text = decode(bytes);
-    if (decode.hasError())
-        return std::nullopt;
-    return text;
+    const QString text = decode(bytes);
+    if (!decode.hasError())
+        return text.trimmed();
+    if (isLatin1Xml(bytes))
+        return QString::fromLatin1(bytes).trimmed();
+    return std::nullopt;
 }
 
 bool looksLikeXml(const QString &text)
 {
-    const QStringView start = QStringView(text).trimmed();
-    return start.startsWith(u"<?xml") || start.startsWith(u"<!") || start.startsWith(u"<plist");
+    return text.startsWith(u"<?xml") || text.startsWith(u"<!") || text.startsWith(u"<plist");
 }
 
 Node toNode(const QVariant &value);
@@ -242,6 +259,13 @@ QVariant readPropertyList(QByteArrayView bytes)
     if (!text)
         return {};
     return looksLikeXml(*text) ? readXml(*text) : readOldStylePropertyList(*text);
+}
+
+std::optional<QString> textOf(const QVariant &value)
+{
+    if (value.typeId() != QMetaType::QString)
+        return std::nullopt;
+    return value.toString();
 }
 
 QByteArray writePropertyList(const QVariantMap &dictionary)

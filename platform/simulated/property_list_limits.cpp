@@ -188,6 +188,8 @@ bool isBinaryWithinLimits(QByteArrayView bytes)
 
 bool isXmlWithinLimits(const QString &text)
 {
+    if (text.count(u'&') > propertyListEntityLimit)
+        return false;
     QXmlStreamReader xml(text);
     xml.setNamespaceProcessing(false);
     int depth = 0;

@@ -16,6 +16,9 @@ inline constexpr int propertyListDepthLimit = 512;
 /** How many values a property list may hold, shared ones counted once for each use. */
 inline constexpr qsizetype propertyListValueLimit = 1'000'000;
 
+/** How many entities an XML property list may use; libplist moves the rest of a text for each. */
+inline constexpr qsizetype propertyListEntityLimit = 10'000;
+
 /**
  * True if a binary property list is sound from its trailer to its last value, within the limits,
  * and free of values that hold themselves.

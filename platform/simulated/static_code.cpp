@@ -2,6 +2,7 @@
 
 #include "app/records/paths.h"
 #include "platform/simulated/bundle_layout.h"
+#include "platform/simulated/property_list.h"
 
 #include <QVariant>
 
@@ -39,10 +40,13 @@ struct Place {
 
 std::optional<Place> placeOf(const path &bundle)
 {
-    const path current = bundle / "Versions" / "Current";
-    const bool isVersioned
-        = !isThere(bundle / "Contents") && !isThere(bundle / "Support Files") && isThere(current);
-    const path root = isVersioned ? current : bundle;
+    const auto folders = bundleFolders(bundle);
+    if (!folders)
+        return std::nullopt;
+    path root = bundle;
+    if (!folders->contents && !folders->supportFiles && folders->versions
+        && isThere(*folders->versions / "Current"))
+        root = *folders->versions / "Current";
     const auto layout = bundleLayout(root);
     if (!layout)
         return std::nullopt;
@@ -63,18 +67,13 @@ std::optional<path> fileBelow(const path &folder, const QString &name)
     return isFile(file) ? std::optional(std::move(file)) : std::nullopt;
 }
 
-bool isText(const QVariant &value)
-{
-    return value.metaType() == QMetaType::fromType<QString>();
-}
-
 QString executableName(const Place &place, const path &bundle)
 {
     QVariant value = place.information.value(u"CFBundleExecutable"_s);
     if (!value.isValid())
         value = place.information.value(u"NSExecutable"_s);
-    if (isText(value) && !value.toString().isEmpty())
-        return value.toString();
+    if (const auto name = textOf(value); name && !name->isEmpty())
+        return *name;
     return records::lastPathComponentWithoutExtension(QString::fromStdString(bundle.string()));
 }
 
@@ -119,7 +118,7 @@ std::optional<path> codeFile(const Place &place, const path &bundle)
         return file;
     const QVariant page = place.information.value(u"MainHTML"_s);
     if (page.isValid())
-        return isText(page) ? fileBelow(place.support, page.toString()) : std::nullopt;
+        return fileBelow(place.support, textOf(page).value_or(QString()));
     if (auto file = infoPlist(place))
         return file;
     return installerScript(place.support);

@@ -101,6 +101,39 @@ private Q_SLOTS:
         QTEST(readingOf(at("My Tool.app/")), "expected");
     }
 
+    void anExecutableNameMayLeadElsewhereInTheBundle()
+    {
+        writeFile(at("Tool.app/Contents/Info.plist"),
+            information(text("CFBundleExecutable", "../Helpers/run")));
+        fs::create_directories(at("Tool.app/Contents/MacOS"));
+        writeFile(at("Tool.app/Contents/Helpers/run"), signedProgram("run"));
+        QCOMPARE(readingOf(at("Tool.app")), u"run"_s);
+    }
+
+    void anExecutableNameWithAZeroCharacterNamesNoFile()
+    {
+        writeFile(at("Tool.app/Contents/MacOS/run"), signedProgram("run"));
+        writeFile(at("Tool.app/Contents/Info.plist"), "{ CFBundleExecutable = \"run\"; }");
+        QCOMPARE(readingOf(at("Tool.app")), u"run"_s);
+        writeFile(at("Tool.app/Contents/Info.plist"), "{ CFBundleExecutable = \"run\\000x\"; }");
+        QCOMPARE(readingOf(at("Tool.app")), unsignedCode);
+    }
+
+    void foldersInAnotherLetterCaseMakeTheLayoutToo()
+    {
+        const QByteArray named = information(text("CFBundleExecutable", "Tool"));
+        writeFile(at("Low.app/contents/Info.plist"), named);
+        writeFile(at("Low.app/contents/MacOS/Tool"), signedProgram("low"));
+        QCOMPARE(readingOf(at("Low.app")), u"low"_s);
+        writeFile(at("Low.app/Contents/Info.plist"), named);
+        writeFile(at("Low.app/Contents/MacOS/Tool"), signedProgram("very case"));
+        QCOMPARE(readingOf(at("Low.app")), u"very case"_s);
+
+        writeFile(at("Kit.framework/versions/Current/Resources/Info.plist"), named);
+        writeFile(at("Kit.framework/versions/Current/Tool"), signedProgram("version"));
+        QCOMPARE(readingOf(at("Kit.framework")), u"version"_s);
+    }
+
     void executableIsSearchedFromTheInsideOut()
     {
         writeFile(at("Foo.app/Contents/PkgInfo"), "APPL????");

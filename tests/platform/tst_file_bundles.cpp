@@ -1,3 +1,4 @@
+#include "platform/simulated/bundle_layout.h"
 #include "platform/simulated/file_bundles.h"
 #include "platform/simulated/property_list.h"
 #include "tests/bundle_files/bundle_files.h"
@@ -109,6 +110,15 @@ private Q_SLOTS:
         QCOMPARE(open(root)->identifier(), chosen);
     }
 
+    void aFolderInAnotherLetterCaseMakesTheLayoutToo()
+    {
+        writeFile(m_app / "contents" / "Info.plist", identified("lower"));
+        QCOMPARE(open(m_app)->identifier(), u"lower"_s);
+        writeFile(m_app / "Contents" / "Info.plist", identified("very case"));
+        writeFile(m_app / "CONTENTS" / "Info.plist", identified("upper"));
+        QCOMPARE(open(m_app)->identifier(), u"very case"_s);
+    }
+
     void aVersionedFrameworkIsReadThroughItsLinks()
     {
         const fs::path root = m_scratch->path() / "Tool.framework";
@@ -201,6 +211,15 @@ private Q_SLOTS:
         const auto bundle = open(m_app);
         QVERIFY(bundle);
         QCOMPARE(bundle->identifier(), std::nullopt);
+    }
+
+    void informationThatIsTooLongIsEmpty()
+    {
+        const fs::path file = m_app / "Contents" / "Info.plist";
+        writeFile(file, identified("x").leftJustified(bundleTableSizeLimit, ' '));
+        QCOMPARE(open(m_app)->identifier(), u"x"_s);
+        writeFile(file, identified("x").leftJustified(bundleTableSizeLimit + 1, ' '));
+        QCOMPARE(open(m_app)->identifier(), std::nullopt);
     }
 
     void aPipeInPlaceOfTheInformationIsNotWaitedFor()

@@ -1,3 +1,4 @@
+#include "platform/simulated/bundle_layout.h"
 #include "platform/simulated/file_bundles.h"
 #include "platform/simulated/property_list.h"
 #include "tests/bundle_files/bundle_files.h"
@@ -105,6 +106,55 @@ private Q_SLOTS:
         QCOMPARE(displayName(m_app), u"Loc"_s);
         m_languages = {u"de"_s};
         QCOMPARE(displayName(m_app), u"Lok"_s);
+    }
+
+    void aTableOutsideTheLocalisedFoldersStands()
+    {
+        const fs::path resources = m_app / "Contents" / "Resources";
+        writeFile(resources / "en.lproj" / "InfoPlist.strings", named("Loc"));
+        writeFile(resources / "InfoPlist.loctable",
+            writePropertyList({{u"en"_s, QVariantMap{{u"CFBundleDisplayName"_s, u"Table"_s}}}}));
+        writeFile(resources / "InfoPlist.strings", named("All"));
+        QCOMPARE(displayName(m_app), u"All"_s);
+    }
+
+    void aCompiledTableComesBeforeTheFolderOfItsLanguage()
+    {
+        const fs::path resources = m_app / "Contents" / "Resources";
+        writeFile(resources / "en.lproj" / "InfoPlist.strings", named("Loc"));
+        writeFile(resources / "InfoPlist.loctable",
+            writePropertyList({{u"de"_s, QVariantMap{{u"CFBundleDisplayName"_s, u"Lok"_s}}},
+                {u"en"_s, QVariantMap{{u"CFBundleDisplayName"_s, u"Table"_s}}}}));
+        QCOMPARE(displayName(m_app), u"Table"_s);
+        m_languages = {u"fr"_s};
+        QCOMPARE(displayName(m_app), u"Table"_s); // the development region's
+    }
+
+    void aCompiledTableOfNoUseLeavesTheFolders()
+    {
+        const fs::path resources = m_app / "Contents" / "Resources";
+        writeFile(resources / "en.lproj" / "InfoPlist.strings", named("Loc"));
+        writeFile(resources / "InfoPlist.loctable", writePropertyList({{u"en"_s, u"text"_s}}));
+        QCOMPARE(displayName(m_app), u"Loc"_s);
+    }
+
+    void theSortingOfEqualLanguagesIsKept()
+    {
+        for (const char *folder : {"en-US", "fr", "en_GB", "en-AU"})
+            writeFile(m_app / "Contents" / "Resources" / (std::string(folder) + ".lproj")
+                    / "InfoPlist.strings",
+                named(folder));
+        QCOMPARE(displayName(m_app), u"en-AU"_s);
+    }
+
+    void tablesThatAreTooLongAreNotRead()
+    {
+        const fs::path table = m_app / "Contents" / "Resources" / "en.lproj" / "InfoPlist.strings";
+        const QByteArray bytes = named("Loc");
+        writeFile(table, bytes.leftJustified(bundleTableSizeLimit, ' '));
+        QCOMPARE(displayName(m_app), u"Loc"_s);
+        writeFile(table, bytes.leftJustified(bundleTableSizeLimit + 1, ' '));
+        QCOMPARE(displayName(m_app), u""_s);
     }
 
     void theBestLanguageIsChosen_data()

@@ -33,6 +33,48 @@ private Q_SLOTS:
         QCOMPARE(map.value(u"list"_s), QVariant(QVariantList{u"x"_s, QVariantMap()}));
     }
 
+    void whiteSpaceMaySurroundAPropertyList_data()
+    {
+        QTest::addColumn<QByteArray>("list");
+        QTest::newRow("XML") << QByteArray(
+            "<?xml version=\"1.0\"?><plist><dict><key>a</key><string>b</string></dict></plist>");
+        QTest::newRow("without declaration")
+            << QByteArray("<plist><dict><key>a</key><string>b</string></dict></plist>");
+        QTest::newRow("text") << QByteArray("{a=b;}");
+    }
+
+    void whiteSpaceMaySurroundAPropertyList()
+    {
+        QFETCH(QByteArray, list);
+        const QVariant expected = QVariantMap{{u"a"_s, u"b"_s}};
+        QCOMPARE(readPropertyList("\n \t" + list + "\r\n"), expected);
+        QCOMPARE(readPropertyList("\xEF\xBB\xBF\n" + list), expected);
+    }
+
+    void xmlThatSaysSoIsLatin1_data()
+    {
+        QTest::addColumn<QByteArray>("encoding");
+        QTest::addColumn<bool>("isRead");
+        QTest::newRow("its name") << QByteArray("ISO-8859-1") << true;
+        QTest::newRow("lower case") << QByteArray("iso-8859-1") << true;
+        QTest::newRow("another name") << QByteArray("latin1") << true;
+        QTest::newRow("UTF-8 that it is not") << QByteArray("UTF-8") << false;
+        QTest::newRow("none of ours") << QByteArray("KOI8-R") << false;
+    }
+
+    void xmlThatSaysSoIsLatin1()
+    {
+        QFETCH(QByteArray, encoding);
+        QFETCH(bool, isRead);
+        const QByteArray start = "<?xml version=\"1.0\" encoding=\"" + encoding + "\"?>\n<plist>";
+        const QVariant read = readPropertyList(start
+            + "<string>Gr\xF6\xDF"
+              "e</string></plist>");
+        QCOMPARE(read, isRead ? QVariant(u"Größe"_s) : QVariant());
+        // UTF-8 comes first, whatever is said.
+        QCOMPARE(readPropertyList(start + "<string>Größe</string></plist>"), QVariant(u"Größe"_s));
+    }
+
     void whatIsWrittenIsReadBack()
     {
         const QVariantMap map{

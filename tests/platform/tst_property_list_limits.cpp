@@ -65,6 +65,15 @@ private Q_SLOTS:
         QCOMPARE(readPropertyList(binary(objects)).isValid(), readable);
     }
 
+    void entitiesAreCounted()
+    {
+        const auto withEntities = [](qsizetype count) {
+            return readXml("<string>" + QByteArray("&lt;").repeated(count) + "</string>");
+        };
+        QCOMPARE(withEntities(propertyListEntityLimit).toString().size(), propertyListEntityLimit);
+        QVERIFY(!withEntities(propertyListEntityLimit + 1).isValid());
+    }
+
     void aValueThatHoldsItselfIsRefused()
     {
         QVERIFY(!readPropertyList(binary({arrayOf({0})})).isValid());
