@@ -1,6 +1,6 @@
 #include "ui/application_images.h"
 
-#include "ui/png_decoding.h"
+#include "platform/png_image.h"
 #include "ui/svg.h"
 
 #include <algorithm>
@@ -40,7 +40,7 @@ QImage ownIcon(QSize size, qreal radius, qreal scale)
 /** Null if the bytes are no PNG image of a sensible size. */
 QImage decoded(const QByteArray &bytes, QSize size)
 {
-    const auto image = decodePng(bytes, largestSide);
+    const auto image = platform::decodePng(bytes, largestSide);
     return image.isNull() ? image
                           : image.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }

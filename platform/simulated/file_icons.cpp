@@ -2,10 +2,10 @@
 
 #include "platform/simulated/bundle_layout.h"
 #include "platform/simulated/icon_family.h"
+#include "platform/simulated/png_icon.h"
+#include "platform/simulated/property_list.h"
 #include "platform/simulated/small_file.h"
 
-#include <QBuffer>
-#include <QImageReader>
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -21,39 +21,19 @@ constexpr qint64 fileLimit = 16 * 1024 * 1024;
 /** The longest side of an image that is decoded, in pixels. */
 constexpr int sideLimit = 4096;
 
-QImage decoded(const QByteArray &bytes, const QByteArray &format)
-{
-    QBuffer buffer;
-    buffer.setData(bytes);
-    if (!buffer.open(QIODevice::ReadOnly))
-        return {};
-    QImageReader reader(&buffer, format);
-    const QSize size = reader.size();
-    if (size.width() > sideLimit || size.height() > sideLimit)
-        return {};
-    return reader.read();
-}
-
 QImage readIcon(const QByteArray &file, int side)
 {
-    if (file.startsWith("\x89PNG\r\n"))
-        return decoded(file, "png");
-    for (const IconRepresentation &representation : iconRepresentations(file, side)) {
-        if (const QImage image = decoded(representation.bytes, representation.format);
-            !image.isNull())
-            return image;
-    }
-    return {};
+    return isPng(file) ? drawnPng(file, sideLimit) : iconOfFamily(file, side);
 }
 
 /** The names that the icon's file may have, in the order in which they are tried. */
 QStringList candidateNames(const QVariantMap &information)
 {
     QStringList names;
-    const QString file = information.value(u"CFBundleIconFile"_s).toString();
+    const QString file = textOf(information.value(u"CFBundleIconFile"_s)).value_or(QString());
     if (!file.isEmpty())
         names << file << file + u".icns"_s << file + u".png"_s;
-    const QString name = information.value(u"CFBundleIconName"_s).toString();
+    const QString name = textOf(information.value(u"CFBundleIconName"_s)).value_or(QString());
     if (!name.isEmpty())
         names << name + u".icns"_s << name + u"@2x.png"_s << name + u".png"_s << name;
     return names;

@@ -1,7 +1,10 @@
 #include "platform/simulated/icon_family.h"
 
+#include "platform/simulated/png_icon.h"
+
 #include <algorithm>
 #include <array>
+#include <QList>
 #include <QtEndian>
 
 namespace zorvane::platform::simulated
@@ -16,7 +19,6 @@ constexpr qsizetype entryLimit = 256;
 
 struct Entry {
     QByteArrayView type;
-    QByteArrayView whole;
     QByteArrayView image;
 };
 
@@ -30,9 +32,22 @@ struct ColourType {
     QByteArrayView type;
     QByteArrayView maskType;
     int side;
+    /** Bytes without meaning in front of the colours. */
+    qsizetype padding;
 };
-constexpr std::array<ColourType, 4> colourTypes{
-    {{"is32", "s8mk", 16}, {"il32", "l8mk", 32}, {"ih32", "h8mk", 48}, {"it32", "t8mk", 128}}};
+constexpr std::array<ColourType, 4> colourTypes{{{"is32", "s8mk", 16, 0}, {"il32", "l8mk", 32, 0},
+    {"ih32", "h8mk", 48, 0}, {"it32", "t8mk", 128, 4}}};
+
+/** One image of a family. */
+struct Representation {
+    enum class Form { Png, Runs };
+
+    int side;
+    Form form;
+    QByteArrayView image;
+    /** The opacity of an image by runs, a byte a pixel; null if all of it is opaque. */
+    QByteArrayView mask;
+};
 
 QList<Entry> entriesOf(QByteArrayView file)
 {
@@ -45,24 +60,20 @@ QList<Entry> entriesOf(QByteArrayView file)
         const qsizetype length = qFromBigEndian<quint32>(rest.data() + 4);
         if (length < headerSize || length > rest.size())
             break;
-        entries.append({rest.first(4), rest.first(length), rest.first(length).sliced(headerSize)});
+        entries.append({rest.first(4), rest.first(length).sliced(headerSize)});
         position += length;
     }
     return entries;
 }
 
-/** A family of these entries alone. */
-QByteArray familyOf(std::initializer_list<QByteArrayView> entries)
+/** The image of the first entry of @p type; null if there is none. */
+QByteArrayView imageOf(const QList<Entry> &entries, QByteArrayView type)
 {
-    QByteArray content;
-    for (const QByteArrayView entry : entries)
-        content.append(entry);
-    QByteArray file("icns\0\0\0\0", headerSize);
-    qToBigEndian(quint32(headerSize + content.size()), file.data() + 4);
-    return file + content;
+    const auto entry = std::ranges::find(entries, type, &Entry::type);
+    return entry == entries.end() ? QByteArrayView() : entry->image;
 }
 
-bool suitsBetter(const IconRepresentation &a, const IconRepresentation &b, int side)
+bool suitsBetter(const Representation &a, const Representation &b, int side)
 {
     const bool largeEnough = a.side >= side;
     if (largeEnough != (b.side >= side))
@@ -70,28 +81,92 @@ bool suitsBetter(const IconRepresentation &a, const IconRepresentation &b, int s
     return largeEnough ? a.side < b.side : a.side > b.side;
 }
 
-} // namespace
-
-QList<IconRepresentation> iconRepresentations(const QByteArray &file, int side)
+/**
+ * Unpacks @p packed: a byte below 128 stands in front of one byte more than its value, any other
+ * in front of one byte that is meant as often as its value less 125. Empty unless that makes
+ * exactly @p size bytes.
+ */
+QByteArray unpacked(QByteArrayView packed, qsizetype size)
 {
-    QList<IconRepresentation> result;
+    QByteArray bytes;
+    bytes.reserve(size);
+    while (!packed.isEmpty()) {
+        const auto head = uchar(packed.front());
+        const bool isRun = head >= 128;
+        const qsizetype taken = isRun ? 1 : head + 1;
+        const qsizetype made = isRun ? head - 125 : taken;
+        if (packed.size() - 1 < taken || made > size - bytes.size())
+            return {};
+        if (isRun)
+            bytes.append(made, packed[1]);
+        else
+            bytes.append(packed.sliced(1, taken));
+        packed = packed.sliced(1 + taken);
+    }
+    return bytes.size() == size ? bytes : QByteArray();
+}
+
+QImage drawnRuns(const Representation &representation)
+{
+    const int side = representation.side;
+    const qsizetype pixels = qsizetype(side) * side;
+    const QByteArrayView mask = representation.mask;
+    if (!mask.isNull() && mask.size() != pixels)
+        return {};
+    const QByteArray colours = unpacked(representation.image, 3 * pixels);
+    if (colours.isEmpty())
+        return {};
+    QImage image(side, side, QImage::Format_ARGB32);
+    for (int y = 0; y < side; ++y) {
+        auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
+        for (int x = 0; x < side; ++x) {
+            const qsizetype i = qsizetype(y) * side + x;
+            const auto colour = [&](int plane) { return uchar(colours[plane * pixels + i]); };
+            const int opacity = mask.isNull() ? 255 : uchar(mask[i]);
+            line[x] = qRgba(colour(0), colour(1), colour(2), opacity);
+        }
+    }
+    return image;
+}
+
+/** The images of a family, those that suit @p side best first. */
+QList<Representation> representationsOf(QByteArrayView file, int side)
+{
+    using Form = Representation::Form;
+    QList<Representation> result;
     const QList<Entry> entries = entriesOf(file);
-    for (const Entry &entry : entries) {
-        for (const auto &[type, entrySide] : fileTypes) {
-            if (entry.type == type && entry.image.startsWith("\x89PNG\r\n"))
-                result.append({entrySide, "png", entry.image.toByteArray()});
-        }
-        for (const ColourType &colour : colourTypes) {
-            if (entry.type != colour.type)
-                continue;
-            const auto mask = std::ranges::find(entries, colour.maskType, &Entry::type);
-            const QByteArrayView maskEntry = mask == entries.end() ? QByteArrayView() : mask->whole;
-            result.append({colour.side, "icns", familyOf({entry.whole, maskEntry})});
-        }
+    for (const auto &[type, entrySide] : fileTypes) {
+        const QByteArrayView image = imageOf(entries, type);
+        if (isPng(image))
+            result.append({entrySide, Form::Png, image, {}});
+    }
+    for (const ColourType &colour : colourTypes) {
+        const QByteArrayView image = imageOf(entries, colour.type);
+        if (image.size() > colour.padding)
+            result.append({colour.side, Form::Runs, image.sliced(colour.padding),
+                imageOf(entries, colour.maskType)});
     }
     std::ranges::stable_sort(
         result, [side](const auto &a, const auto &b) { return suitsBetter(a, b, side); });
     return result;
+}
+
+QImage drawn(const Representation &representation)
+{
+    if (representation.form == Representation::Form::Runs)
+        return drawnRuns(representation);
+    return drawnPng(representation.image, representation.side);
+}
+
+} // namespace
+
+QImage iconOfFamily(QByteArrayView file, int side)
+{
+    for (const Representation &representation : representationsOf(file, side)) {
+        if (const QImage image = drawn(representation); !image.isNull())
+            return image;
+    }
+    return {};
 }
 
 } // namespace zorvane::platform::simulated

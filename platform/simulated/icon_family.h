@@ -1,31 +1,26 @@
 #pragma once
 
-#include <QByteArray>
-#include <QList>
+#include <QByteArrayView>
+#include <QImage>
 
 /**
  * @file
  * The container of icons in many sizes (".icns"): the text "icns" and the file's length, then
  * entries of a four-letter type, a length that counts these eight bytes, and an image. All numbers
- * are big-endian with 32 bits. Written from the format's public descriptions. Pure functions.
+ * are big-endian with 32 bits. An image is a file of its own, or in the older types runs of equal
+ * and of differing bytes, the red of all pixels first, then the green, then the blue; their opacity
+ * is another entry. Written from the format's public descriptions. Pure; any thread.
  */
 namespace zorvane::platform::simulated
 {
 
-/** One image of an icon family, in a form that Qt's readers take. */
-struct IconRepresentation {
-    /** Width and height in pixels. */
-    int side = 0;
-    /** The format that Qt reads it by: "png" or "icns". */
-    QByteArray format;
-    QByteArray bytes;
-};
-
 /**
- * The images of the icon family @p file, those that suit @p side pixels best first: the smallest
- * that is large enough, the larger ones, then the smaller ones. Images in forms that Qt does not
- * read are left out; a damaged entry ends the list.
+ * The image of the icon family @p file that suits @p side pixels best, at its own size: the
+ * smallest that is large enough, else the next larger ones, else the largest of the smaller ones.
+ * Images that are damaged, in a form not named above, or larger than their type says are passed
+ * over, and so is every entry but the first of a type; a damaged entry ends the family. A null
+ * image if none is left.
  */
-[[nodiscard]] QList<IconRepresentation> iconRepresentations(const QByteArray &file, int side);
+[[nodiscard]] QImage iconOfFamily(QByteArrayView file, int side);
 
 } // namespace zorvane::platform::simulated

@@ -5,6 +5,8 @@
 #include "platform/simulated/linux_directory_walk.h"
 #include "platform/simulated/simulated_code_signatures.h"
 
+#include <QLoggingCategory>
+
 using namespace Qt::StringLiterals;
 
 namespace zorvane::platform
@@ -13,6 +15,9 @@ namespace zorvane::platform
 BundleReading makeBundleReading()
 {
     using namespace simulated;
+
+    // A damaged colour profile is no news to anybody; the icon is drawn without it.
+    QLoggingCategory::setFilterRules(u"qt.gui.icc.warning=false"_s);
 
     // The system offers a program's texts in the languages that the program has; ours has one.
     BundleReading reading;

@@ -4,6 +4,7 @@
 #include <QBuffer>
 #include <QColor>
 #include <QtEndian>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -43,6 +44,18 @@ void writeFile(const fs::path &path, const QByteArray &bytes, Mode mode)
             fs::perm_options::add);
 }
 
+bool setSignatureAttribute(const fs::path &path, const std::string &part, const QByteArray &value)
+{
+    const auto size = static_cast<size_t>(value.size());
+#ifdef __APPLE__
+    const std::string name = "com.apple.cs." + part;
+    return ::setxattr(path.c_str(), name.c_str(), value.constData(), size, 0, 0) == 0;
+#else
+    const std::string name = "user.com.apple.cs." + part;
+    return ::setxattr(path.c_str(), name.c_str(), value.constData(), size, 0) == 0;
+#endif
+}
+
 QByteArray textPropertyList(const QList<std::pair<QByteArray, QByteArray>> &entries)
 {
     QByteArray content;
@@ -59,14 +72,19 @@ void writeInformation(
         textPropertyList({{"CFBundleIdentifier", identifier}, {"CFBundleExecutable", executable}}));
 }
 
-QByteArray squarePng(int side, const QColor &colour)
+QByteArray pngOf(const QImage &image)
 {
-    QImage image(side, side, QImage::Format_ARGB32);
-    image.fill(colour);
     QBuffer buffer;
     if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "PNG"))
         qFatal("cannot make a PNG");
     return buffer.data();
+}
+
+QByteArray squarePng(int side, const QColor &colour)
+{
+    QImage image(side, side, QImage::Format_ARGB32);
+    image.fill(colour);
+    return pngOf(image);
 }
 
 QByteArray iconFamily(const QList<std::pair<QByteArray, QByteArray>> &entries)

@@ -32,12 +32,19 @@ enum class Mode { Plain, Executable };
 /** Writes a file; the folders above it are made. */
 void writeFile(const std::filesystem::path &path, const QByteArray &bytes, Mode mode = Mode::Plain);
 
+/** Sets the attribute of a file that holds a part of its signature; false where none can be set. */
+[[nodiscard]] bool setSignatureAttribute(
+    const std::filesystem::path &path, const std::string &part, const QByteArray &value);
+
 /** An XML property list of a dictionary of texts. */
 [[nodiscard]] QByteArray textPropertyList(const QList<std::pair<QByteArray, QByteArray>> &entries);
 
 /** Writes Contents/Info.plist of a bundle with this identifier and main executable. */
 void writeInformation(const std::filesystem::path &bundle, const QByteArray &identifier,
     const QByteArray &executable);
+
+/** @p image as a PNG, its colour space with it. */
+[[nodiscard]] QByteArray pngOf(const QImage &image);
 
 /** A square of one colour as a PNG. */
 [[nodiscard]] QByteArray squarePng(int side, const QColor &colour);

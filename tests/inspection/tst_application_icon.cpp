@@ -1,6 +1,8 @@
 #include "inspection/application_icon.h"
 #include "tests/inspection/made_up_system.h"
 
+#include <cstdlib>
+#include <QColorSpace>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -57,6 +59,20 @@ private Q_SLOTS:
         QVERIFY(edge.alpha() > 100 && edge.alpha() < 155);
         QCOMPARE(edge.green(), 0);
         QVERIFY(edge.red() > 250);
+    }
+
+    void theIconIsDrawnInTheStandardColours()
+    {
+        const QColor colour(200, 60, 50);
+        QImage image(128, 128, QImage::Format_ARGB32_Premultiplied);
+        image.fill(colour);
+        image.setColorSpace(QColorSpace::SRgb);
+        image.convertToColorSpace(QColorSpace::DisplayP3);
+        QVERIFY(image.pixelColor(64, 64).red() < colour.red() - 5);
+        const QColor drawn = QImage::fromData(*encodedIcon(image)).pixelColor(64, 64);
+        QVERIFY(std::abs(drawn.red() - colour.red()) <= 2);
+        QVERIFY(std::abs(drawn.green() - colour.green()) <= 2);
+        QVERIFY(std::abs(drawn.blue() - colour.blue()) <= 2);
     }
 };
 

@@ -1,7 +1,6 @@
 #include "tests/platform/code_reading.h"
 
 #include <QTest>
-#include <sys/xattr.h>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
@@ -15,19 +14,6 @@ void writeDetached(const fs::path &folder, const DirectoryForm &form, bool withC
     writeFile(folder / "CodeDirectory", codeDirectory(form));
     if (withCms)
         writeFile(folder / "CodeSignature", {});
-}
-
-/** Sets the attribute that holds a part of a signature; false where none can be set. */
-bool setAttribute(const fs::path &path, const std::string &part, const QByteArray &value)
-{
-    const auto size = static_cast<size_t>(value.size());
-#ifdef __APPLE__
-    const std::string name = "com.apple.cs." + part;
-    return ::setxattr(path.c_str(), name.c_str(), value.constData(), size, 0, 0) == 0;
-#else
-    const std::string name = "user.com.apple.cs." + part;
-    return ::setxattr(path.c_str(), name.c_str(), value.constData(), size, 0) == 0;
-#endif
 }
 
 } // namespace
@@ -113,23 +99,24 @@ private Q_SLOTS:
     {
         writeFile(at("script"), "#!/bin/sh\n");
         const QByteArray directory = codeDirectory({.identifier = "script", .team = "TEAM"});
-        if (!setAttribute(at("script"), "CodeDirectory", directory))
+        if (!setSignatureAttribute(at("script"), "CodeDirectory", directory))
             QSKIP("This file system keeps no extended attributes.");
         QCOMPARE(readingOf(at("script")), u"script"_s);
-        QVERIFY(setAttribute(at("script"), "CodeSignature", {}));
+        QVERIFY(setSignatureAttribute(at("script"), "CodeSignature", {}));
         QCOMPARE(readingOf(at("script")), u"script of TEAM"_s);
-        QVERIFY(setAttribute(at("script"), "CodeDirectory-1",
+        QVERIFY(setSignatureAttribute(at("script"), "CodeDirectory-1",
             codeDirectory({.identifier = "better", .hashType = hashSha384})));
         QCOMPARE(readingOf(at("script")), u"better"_s);
-        QVERIFY(setAttribute(at("script"), "CodeDirectory-1", {}));
+        QVERIFY(setSignatureAttribute(at("script"), "CodeDirectory-1", {}));
         QCOMPARE(readingOf(at("script")), unsignedCode);
 
         writeFile(at("program"), unsignedProgram());
-        QVERIFY(setAttribute(at("program"), "CodeDirectory", directory));
+        QVERIFY(setSignatureAttribute(at("program"), "CodeDirectory", directory));
         QCOMPARE(readingOf(at("program")), unsignedCode);
 
         writeFile(at("Plain.app/Contents/Info.plist"), textPropertyList({}));
-        QVERIFY(setAttribute(at("Plain.app/Contents/Info.plist"), "CodeDirectory", directory));
+        QVERIFY(
+            setSignatureAttribute(at("Plain.app/Contents/Info.plist"), "CodeDirectory", directory));
         QCOMPARE(readingOf(at("Plain.app")), u"script"_s);
     }
 };

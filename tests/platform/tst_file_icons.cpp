@@ -1,5 +1,4 @@
 #include "platform/simulated/file_icons.h"
-#include "platform/simulated/icon_family.h"
 #include "tests/bundle_files/bundle_files.h"
 
 #include <QTest>
@@ -8,28 +7,6 @@ using namespace Qt::StringLiterals;
 using namespace zorvane::platform::simulated;
 using namespace zorvane::tests;
 namespace fs = std::filesystem;
-
-namespace
-{
-
-/** @p count bytes of one value, as runs of the older icon types. */
-QByteArray run(int count, char value)
-{
-    QByteArray bytes;
-    for (; count > 0; count -= 130)
-        bytes += QByteArray(1, char(std::min(count, 130) + 125)) + value;
-    return bytes;
-}
-
-/** The entries of a 128-pixel icon of an older type, red and opaque. */
-QList<std::pair<QByteArray, QByteArray>> olderIcon()
-{
-    constexpr int pixels = 128 * 128;
-    return {{"it32", QByteArray(4, 0) + run(pixels, '\xFF') + run(pixels, 0) + run(pixels, 0)},
-        {"t8mk", QByteArray(pixels, '\xFF')}};
-}
-
-} // namespace
 
 class TestFileIcons : public QObject
 {
@@ -46,7 +23,7 @@ private:
         writeFile(m_app / "Contents" / "Resources" / name, bytes);
     }
 
-    QImage icon(int side = 128) const { return FileIcons().icon(m_app, side); }
+    QImage icon() const { return FileIcons().icon(m_app, 128); }
 
     std::unique_ptr<ScratchFolder> m_scratch;
     fs::path m_app;
@@ -89,59 +66,6 @@ private Q_SLOTS:
         writeNames({{"CFBundleIconName", "AppIcon"}});
         writeResource("AppIcon.png", squarePng(64, Qt::blue));
         QCOMPARE(icon().pixelColor(1, 1), QColor(Qt::blue));
-    }
-
-    void theRepresentationThatSuitsBestIsChosen_data()
-    {
-        QTest::addColumn<QByteArrayList>("types");
-        QTest::addColumn<int>("chosen");
-        QTest::newRow("the very size") << QByteArrayList{"ic10", "ic08", "ic07", "ic12"} << 128;
-        QTest::newRow("next larger") << QByteArrayList{"ic10", "ic09", "ic08", "ic12"} << 256;
-        QTest::newRow("only larger") << QByteArrayList{"ic10"} << 1024;
-        QTest::newRow("largest of the smaller") << QByteArrayList{"icp4", "ic12", "icp5"} << 64;
-        QTest::newRow("doubled sizes") << QByteArrayList{"ic11", "ic14", "ic13"} << 256;
-    }
-
-    void theRepresentationThatSuitsBestIsChosen()
-    {
-        QFETCH(QByteArrayList, types);
-        QFETCH(int, chosen);
-        const QHash<QByteArray, int> sides{{"icp4", 16}, {"icp5", 32}, {"ic11", 32}, {"ic12", 64},
-            {"ic07", 128}, {"ic08", 256}, {"ic13", 256}, {"ic09", 512}, {"ic14", 512},
-            {"ic10", 1024}};
-        QList<std::pair<QByteArray, QByteArray>> entries;
-        for (const QByteArray &type : types)
-            entries.append({type, squarePng(sides.value(type), Qt::green)});
-        writeNames({{"CFBundleIconFile", "Tool"}});
-        writeResource("Tool.icns", iconFamily(entries));
-        QCOMPARE(icon().width(), chosen);
-    }
-
-    void theOlderTypesAreRead()
-    {
-        writeNames({{"CFBundleIconFile", "Tool"}});
-        writeResource("Tool.icns", iconFamily(olderIcon()));
-        QCOMPARE(icon().size(), QSize(128, 128));
-        QCOMPARE(icon().pixelColor(64, 64), QColor(Qt::red));
-    }
-
-    void anotherRepresentationStandsInForADamagedOne()
-    {
-        writeNames({{"CFBundleIconFile", "Tool"}});
-        const QByteArray damaged = squarePng(128, Qt::red).first(40);
-        writeResource("Tool.icns",
-            iconFamily({{"ic07", damaged}, {"ic08", "\0\0\0\x0CjP  "},
-                {"ic12", squarePng(64, Qt::green)}}));
-        QCOMPARE(icon().width(), 64);
-    }
-
-    void unknownEntriesAreSkipped()
-    {
-        writeNames({{"CFBundleIconFile", "Tool"}});
-        writeResource("Tool.icns",
-            iconFamily({{"TOC ", "ic07\0\0\0\1"}, {"info", "bplist00"}, {"ic04", "ARGBxxxx"},
-                {"ic07", squarePng(128, Qt::red)}}));
-        QCOMPARE(icon().width(), 128);
     }
 
     void aBundleWithoutIconHasNone()
@@ -196,7 +120,8 @@ private Q_SLOTS:
     void anIconNameThatIsNoTextIsNone()
     {
         writeFile(m_app / "Contents" / "Info.plist",
-            "<plist><dict><key>CFBundleIconFile</key><array/></dict></plist>");
+            "<plist><dict><key>CFBundleIconFile</key><integer>5</integer></dict></plist>");
+        writeResource("5.png", squarePng(64, Qt::red));
         QVERIFY(icon().isNull());
     }
 };

@@ -8,7 +8,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QProcess>
+#include <QtEndian>
 #include <QTest>
+#include <zlib.h>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane;
@@ -40,6 +42,23 @@ Outcome run(const QStringList &arguments, const fs::path &folder = "/")
 QByteArray program(const QByteArray &identifier, const std::optional<QByteArray> &signingTeam)
 {
     return machO({.signature = signature({.identifier = identifier, .team = signingTeam})});
+}
+
+/** A PNG with @p profile as its colour profile. */
+QByteArray pngWithProfile(const QByteArray &profile)
+{
+    const auto number = [](quint32 value) {
+        QByteArray bytes(4, 0);
+        qToBigEndian(value, bytes.data());
+        return bytes;
+    };
+    // Compressed bytes stand behind their length there.
+    const QByteArray content = "iCCPname" + QByteArray(2, 0) + qCompress(profile).sliced(4);
+    const auto sum = quint32(
+        ::crc32(0, reinterpret_cast<const Bytef *>(content.constData()), uInt(content.size())));
+    QByteArray png = squarePng(200, Qt::red);
+    return png.insert(
+        png.indexOf("IDAT") - 4, number(quint32(content.size() - 4)) + content + number(sum));
 }
 
 } // namespace
@@ -149,6 +168,36 @@ private Q_SLOTS:
         QVERIFY(outcome.complaints.contains("no icon"));
         QCOMPARE(outcome.output.count('\n'), 1);
         QVERIFY(!fs::exists(path("icon.png").toStdString()));
+    }
+
+    void aDamagedIconIsLeftOutWithoutAWord_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("isDrawn");
+        const QByteArray png = squarePng(200, Qt::red);
+        QByteArray wrongSum = png;
+        wrongSum[wrongSum.indexOf("IHDR") + 17] ^= 1;
+        QTest::newRow("end within the pixels") << png.first(png.indexOf("IDAT") + 20) << false;
+        QTest::newRow("end within the header") << png.first(20) << false;
+        QTest::newRow("wrong check sum") << wrongSum << false;
+        QTest::newRow("no colours")
+            << iconFamily({{"it32", "xx"}, {"t8mk", QByteArray(128 * 128, 1)}}) << false;
+        QTest::newRow("no family") << QByteArray("icns\0\0\0\x10is32\xFF\xFF\xFF\xFF", 16) << false;
+        // What Qt makes of a profile is all that is wrong here.
+        QTest::newRow("profile of nonsense") << pngWithProfile(QByteArray(200, 'x')) << true;
+    }
+
+    void aDamagedIconIsLeftOutWithoutAWord()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, isDrawn);
+        writeFile(m_scratch->path() / "Tool.app" / "Contents" / "Resources" / "icon.png", bytes);
+        const Outcome outcome = run({path("Tool.app")});
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(outcome.complaints, QByteArray());
+        QCOMPARE(
+            records::decodedApplications("[" + outcome.output + "]")->first().iconData.has_value(),
+            isDrawn);
     }
 
     void anIconThatCannotBeWrittenIsAComplaint()
