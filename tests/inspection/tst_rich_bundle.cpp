@@ -131,6 +131,11 @@ private Q_SLOTS:
     void whatIsNoProgramIsNoHelper()
     {
         addProgram("MacOS/script", "#!/bin/sh\nexit 0\n# longer than any header\n");
+        // Only their kind keeps these two out: both are signed.
+        if (!setSignatureAttribute(
+                in("MacOS/script"), "CodeDirectory", codeDirectory({.identifier = "script"})))
+            QSKIP("This file system keeps no extended attributes.");
+        QVERIFY(m_reading.signatures->signingInformation(in("MacOS/script"))->identifier);
         addProgram("MacOS/library.dylib", program("library", team, dynamicLibrary));
         addProgram("MacOS/short", QByteArray(15, '\xCE'));
         addProgram("MacOS/empty", {});
