@@ -47,8 +47,8 @@ QImage FileIcons::icon(const std::filesystem::path &path, int side) const
     if (!layout)
         return {};
     for (const QString &name : candidateNames(readBundleInformation(*layout))) {
-        // A bundle has its icon inside.
-        if (name.contains(u'/'))
+        // A bundle has its icon inside, and a file name ends at a zero character.
+        if (name.contains(u'/') || name.contains(QChar::Null))
             continue;
         const auto file = readSmallFile(layout->resources / name.toStdString(), fileLimit);
         if (!file)

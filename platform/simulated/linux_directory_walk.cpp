@@ -12,7 +12,6 @@
 #include <system_error>
 #include <thread>
 #include <unistd.h>
-#include <utility>
 #include <vector>
 
 namespace zorvane::platform::simulated
@@ -34,11 +33,8 @@ public:
         : m_descriptor(descriptor)
     {
     }
-    Folder(Folder &&other) noexcept
-        : m_descriptor(std::exchange(other.m_descriptor, -1))
-    {
-    }
-    Folder &operator=(Folder &&) = delete;
+    Folder(const Folder &) = delete;
+    Folder &operator=(const Folder &) = delete;
     ~Folder()
     {
         if (isOpen())

@@ -117,6 +117,15 @@ private Q_SLOTS:
         QVERIFY(icon().isNull());
     }
 
+    void anIconNameWithAZeroCharacterNamesNoFile()
+    {
+        writeResource("Tool.png", squarePng(64, Qt::red));
+        writeFile(m_app / "Contents" / "Info.plist", "{ CFBundleIconFile = \"Tool.png\"; }");
+        QCOMPARE(icon().width(), 64);
+        writeFile(m_app / "Contents" / "Info.plist", "{ CFBundleIconFile = \"Tool.png\\000x\"; }");
+        QVERIFY(icon().isNull());
+    }
+
     void anIconNameThatIsNoTextIsNone()
     {
         writeFile(m_app / "Contents" / "Info.plist",
