@@ -17,7 +17,7 @@ constexpr qsizetype signatureSize = 8;
 constexpr qsizetype chunkHeaderSize = 8;
 constexpr qsizetype checkSumSize = 4;
 /** Profiles of displays take a few kilobytes, those of printers up to half a megabyte. */
-constexpr qsizetype profileSizeLimit = 1024 * 1024;
+constexpr qsizetype profileSizeLimit = qsizetype{1024} * 1024;
 
 /** The content of an iCCP chunk: a name, a zero byte, the compression's number, the profile. */
 QByteArray uncompressedProfile(QByteArrayView content)

@@ -53,7 +53,7 @@ QImage FileIcons::icon(const std::filesystem::path &path, int side) const
         const auto file = readSmallFile(layout->resources / name.toStdString(), fileLimit);
         if (!file)
             continue;
-        if (const QImage image = readIcon(*file, side); !image.isNull())
+        if (QImage image = readIcon(*file, side); !image.isNull())
             return image;
     }
     return {};

@@ -163,7 +163,7 @@ QImage drawn(const Representation &representation)
 QImage iconOfFamily(QByteArrayView file, int side)
 {
     for (const Representation &representation : representationsOf(file, side)) {
-        if (const QImage image = drawn(representation); !image.isNull())
+        if (QImage image = drawn(representation); !image.isNull())
             return image;
     }
     return {};
