@@ -5,7 +5,6 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <mutex>
-#include <ranges>
 #include <span>
 #include <string>
 #include <sys/stat.h>
@@ -168,8 +167,8 @@ private:
         for (; number != 0; number = m_folders[number].parent)
             line.push_back(number);
         std::string path;
-        for (const size_t step : std::views::reverse(line))
-            path.append("/").append(m_folders[step].name);
+        for (auto step = line.crbegin(); step != line.crend(); ++step)
+            path.append("/").append(m_folders[*step].name);
         return path;
     }
 
