@@ -1,8 +1,8 @@
 #include "platform/platform.h"
 
 #include "platform/bundle_reading.h"
-#include "platform/simulated/desktop_motion.h"
 #include "platform/qt_network/qt_manifest_fetcher.h"
+#include "platform/simulated/desktop_motion.h"
 #include "platform/simulated/desktop_notifications.h"
 #include "platform/simulated/filter_manager.h"
 #include "platform/simulated/log.h"

@@ -117,9 +117,11 @@ private Q_SLOTS:
         open();
         QCOMPARE(text(u"extensionState"_s), u"Not allowed"_s);
         // Other changes are seen, so it was looked at again, and nothing more was said of it.
-        m_folder->write(u"filter-configuration.json"_s, "{\"isEnabled\": true, \"providerConfiguration\": {}}");
+        m_folder->write(
+            u"filter-configuration.json"_s, "{\"isEnabled\": true, \"providerConfiguration\": {}}");
         QTRY_COMPARE(text(u"filterState"_s), u"On"_s);
-        m_folder->write(u"filter-configuration.json"_s, "{\"isEnabled\": false, \"providerConfiguration\": {}}");
+        m_folder->write(u"filter-configuration.json"_s,
+            "{\"isEnabled\": false, \"providerConfiguration\": {}}");
         QTRY_COMPARE(text(u"filterState"_s), u"Off"_s);
         QCOMPARE(m_folder->read(u"extension.json"_s), "{\"approved\": tr");
     }
