@@ -22,7 +22,7 @@ namespace
 constexpr int openFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
 
 /** Room for the entries of most folders at once. */
-constexpr size_t bufferSize = 64 * 1024;
+constexpr size_t bufferSize = size_t{64} * 1024;
 
 /** An open folder, or none. */
 class Folder
@@ -137,7 +137,7 @@ private:
         std::string name;
     };
 
-    static size_t threadCount() { return std::clamp(std::thread::hardware_concurrency(), 1u, 4u); }
+    static size_t threadCount() { return std::clamp(std::thread::hardware_concurrency(), 1U, 4U); }
 
     void work()
     {
@@ -161,18 +161,19 @@ private:
     }
 
     /** The path from the root on, with a slash in front; empty for the root. */
-    std::string pathOf(size_t number) const
+    [[nodiscard]] std::string pathOf(size_t number) const
     {
         std::vector<size_t> line;
         for (; number != 0; number = m_folders[number].parent)
             line.push_back(number);
+        std::ranges::reverse(line);
         std::string path;
-        for (auto step = line.crbegin(); step != line.crend(); ++step)
-            path.append("/").append(m_folders[*step].name);
+        for (const size_t step : line)
+            path.append("/").append(m_folders[step].name);
         return path;
     }
 
-    std::vector<Entry> read(const std::string &path, std::span<char> buffer) const
+    [[nodiscard]] std::vector<Entry> read(const std::string &path, std::span<char> buffer) const
     {
         if (path.empty())
             return entriesOf(m_root, buffer);

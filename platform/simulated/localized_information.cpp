@@ -89,7 +89,7 @@ QList<Localization> matches(QList<Localization> available, const QString &wanted
 QVariantMap readLocalizedInformation(
     const BundleLayout &layout, const QStringList &languages, const QString &developmentRegion)
 {
-    const QVariantMap global = readBundleTable(layout.resources / "InfoPlist.strings");
+    QVariantMap global = readBundleTable(layout.resources / "InfoPlist.strings");
     if (!global.isEmpty())
         return global;
     const QVariantMap compiled = readBundleTable(layout.resources / "InfoPlist.loctable");
@@ -97,12 +97,11 @@ QVariantMap readLocalizedInformation(
         = localizationsOf(localizedFolders(layout.resources) + compiled.keys());
     for (const QString &wanted : languages + QStringList{developmentRegion, u"Base"_s}) {
         for (const Localization &language : matches(available, wanted)) {
-            const QVariantMap fromCompiled = compiled.value(language.name).toMap();
+            QVariantMap fromCompiled = compiled.value(language.name).toMap();
             if (!fromCompiled.isEmpty())
                 return fromCompiled;
             const std::string folder = (language.name + u".lproj"_s).toStdString();
-            const QVariantMap table
-                = readBundleTable(layout.resources / folder / "InfoPlist.strings");
+            QVariantMap table = readBundleTable(layout.resources / folder / "InfoPlist.strings");
             if (!table.isEmpty())
                 return table;
         }
