@@ -80,7 +80,7 @@ unsigned readFields(Object object, const std::array<std::string_view, count> &ke
     unsigned seen = 0;
     unsigned present = 0;
     for (const auto field : object) {
-        const size_t position
+        const auto position
             = static_cast<size_t>(std::ranges::find(keys, field.key) - keys.begin());
         const unsigned bit = position < count ? 1U << position : 0U;
         if (bit == 0 || (seen & bit) != 0)
