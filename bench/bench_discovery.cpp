@@ -133,7 +133,7 @@ int main()
     };
     const QByteArray sameBytes(bytes.constData(), bytes.size());
     const auto unchanged
-        = [&] { bench::keep(unchangedPass(sameBytes, bytes, copy, list, recent)); };
+        = [&] { bench::keep(unchangedPass(bytes, sameBytes, list, copy, recent)); };
 
     bench::report("discovery: match and merge", "plain rule, pair by pair",
         bench::compare(5, indexed, plain), "ms", 0.02);

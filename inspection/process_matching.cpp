@@ -65,7 +65,7 @@ QList<qsizetype> ProcessIndex::owners(const DiscoveredNetworkProcess &process) c
         }
     }
     std::ranges::sort(result);
-    result.erase(std::ranges::unique(result).begin(), result.end());
+    result.erase(std::unique(result.begin(), result.end()), result.end());
     return result;
 }
 
