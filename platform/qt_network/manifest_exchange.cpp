@@ -75,7 +75,10 @@ void ManifestExchange::answer(const ManifestFetcher::Result &result)
     m_reply.disconnect(this);
     m_idle.stop();
     m_total.stop();
-    m_reply.abort();
+    // A reply that has an error ends with its deletion. To abort it as well would be a second error,
+    // of which Qt writes to the log.
+    if (m_reply.error() == QNetworkReply::NoError)
+        m_reply.abort();
     m_reply.deleteLater();
     std::exchange(m_done, nullptr)(result);
 }
