@@ -69,7 +69,7 @@ void QtManifestFetcher::fetch(const ManifestRequest &request, Completion done)
     runInBackground(m_scheduler, Priority::Utility, m_lifetime.watch(),
         &QSslConfiguration::defaultConfiguration,
         [this, request, exchange](const QSslConfiguration &tls) {
-            if (exchange)
+            if (exchange != nullptr)
                 exchange->begin(m_manager, networkRequest(request, trusting(tls)));
         });
 }

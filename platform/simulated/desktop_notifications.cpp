@@ -216,7 +216,7 @@ std::optional<PostedNotification> DesktopNotifications::own(const QString &ident
 void DesktopNotifications::actionInvoked(uint number, const QString &key)
 {
     const auto notification = ours(number);
-    const bool isOwn = m_own.remove(number) > 0;
+    const bool isOwn = m_own.remove(number);
     // The file may be lost; what this program has posted itself is answered all the same.
     if (notification && (m_posted.take(*notification) || isOwn))
         respond(*notification, key);
