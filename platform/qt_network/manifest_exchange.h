@@ -2,7 +2,9 @@
 
 #include "platform/manifest_fetcher.h"
 
+#include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QNetworkRequest>
 #include <QObject>
 #include <QTimer>
 
@@ -12,23 +14,28 @@ namespace zorvane::platform::qt_network
 [[nodiscard]] PlatformError errorOf(QNetworkReply::NetworkError code, const QString &description);
 
 /**
- * One exchange that is under way: reads its reply up to the limit and no further, watches the
- * clock, answers once, and has the reply deleted then. A child of its reply.
+ * One exchange: reads its reply up to the limit and no further, watches the clock, answers once,
+ * and deletes itself and the reply then.
  */
 class ManifestExchange final : public QObject
 {
 public:
+    /** Its whole time runs from here on, whether it ever begins or not. */
     ManifestExchange(
-        QNetworkReply *reply, const ManifestRequest &request, ManifestFetcher::Completion done);
+        const ManifestRequest &request, ManifestFetcher::Completion done, QObject *parent);
+
+    /** Sends the request, if the time for it is not over. */
+    void begin(QNetworkAccessManager &manager, const QNetworkRequest &request);
 
 private:
-    void watchClock(const ManifestRequest &request);
+    void watchProgress();
     void read();
     void finished();
     void timedOut();
     void answer(const ManifestFetcher::Result &result);
 
-    QNetworkReply &m_reply;
+    /** A child of this; none until it begins. */
+    QNetworkReply *m_reply = nullptr;
     /** One byte beyond the longest body shows that there was more. */
     const qsizetype m_mostBytes;
     ManifestFetcher::Completion m_done;

@@ -4,6 +4,7 @@
 
 #include <QNetworkProxyFactory>
 #include <QNetworkRequest>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +33,8 @@ QNetworkRequest networkRequest(const ManifestRequest &request, const QSslConfigu
     result.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     result.setAttribute(
         QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+    // One protocol only, the one whose limits and timeouts are known to hold.
+    result.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     result.setMaximumRedirectsAllowed(mostRedirects);
     result.setSslConfiguration(tls);
     return result;
@@ -62,20 +65,21 @@ void QtManifestFetcher::fetch(const ManifestRequest &request, Completion done)
         return;
     }
     // The first configuration loads the TLS library, which would hold up a window at launch.
+    const QPointer exchange = new ManifestExchange(request, std::move(done), &m_manager);
     runInBackground(m_scheduler, Priority::Utility, m_lifetime.watch(),
         &QSslConfiguration::defaultConfiguration,
-        [this, request, done = std::move(done)](
-            const QSslConfiguration &tls) { start(request, tls, done); });
+        [this, request, exchange](const QSslConfiguration &tls) {
+            if (exchange != nullptr)
+                exchange->begin(m_manager, networkRequest(request, trusting(tls)));
+        });
 }
 
-void QtManifestFetcher::start(
-    const ManifestRequest &request, const QSslConfiguration &tls, Completion done)
+QSslConfiguration QtManifestFetcher::trusting(const QSslConfiguration &tls) const
 {
-    QSslConfiguration trusting = tls;
+    QSslConfiguration result = tls;
     if (!m_authorities.isEmpty())
-        trusting.setCaCertificates(m_authorities);
-    auto *const reply = m_manager.get(networkRequest(request, trusting));
-    new ManifestExchange(reply, request, std::move(done)); // ends with the reply
+        result.setCaCertificates(m_authorities);
+    return result;
 }
 
 } // namespace zorvane::platform::qt_network

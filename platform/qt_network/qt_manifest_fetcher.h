@@ -29,7 +29,7 @@ public:
     void fetch(const ManifestRequest &request, Completion done) override;
 
 private:
-    void start(const ManifestRequest &request, const QSslConfiguration &tls, Completion done);
+    [[nodiscard]] QSslConfiguration trusting(const QSslConfiguration &tls) const;
 
     Scheduler &m_scheduler;
     const QList<QSslCertificate> m_authorities;

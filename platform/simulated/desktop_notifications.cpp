@@ -35,7 +35,7 @@ DesktopNotifications::DesktopNotifications(
     listen(&NotificationService::ActivationToken, [this](uint number, const QString &token) {
         m_activationToken = {number, token};
     });
-    listen(&NotificationService::gone, [this] { serviceGone(); });
+    listen(&NotificationService::changed, [this] { serviceChanged(); });
 }
 
 DesktopNotifications::~DesktopNotifications() = default;
@@ -88,8 +88,10 @@ void DesktopNotifications::removePending(const QStringList &identifiers)
 void DesktopNotifications::removeDelivered(const QStringList &identifiers)
 {
     for (const QString &identifier : identifiers) {
-        const auto notification = m_posted.byIdentifier(identifier);
-        if (!notification || !m_posted.take(*notification))
+        // The file may be lost; what this program has posted itself is taken back all the same.
+        const auto ownOne = own(identifier);
+        const auto notification = ownOne ? ownOne : m_posted.byIdentifier(identifier);
+        if (!notification || (!m_posted.take(*notification) && !ownOne))
             continue;
         if (notification->by == m_service.identity())
             m_service.close(notification->number);
@@ -152,7 +154,8 @@ void DesktopNotifications::shown(const QString &identifier, quint64 generation,
     } else {
         const PostedNotification notification{identifier, shown->number, shown->by,
             m_service.ownName(), request->categoryIdentifier, request->userInfo};
-        if (canBeAnswered)
+        // A service that gave up its place while it answered tells of no click any more.
+        if (canBeAnswered && notification.by == m_service.identity())
             m_own.insert(notification.number, notification);
         m_posted.keep(notification);
     }
@@ -195,18 +198,25 @@ uint DesktopNotifications::numberToReplace(const QString &identifier) const
 
 std::optional<PostedNotification> DesktopNotifications::ours(uint number) const
 {
-    if (const auto own = m_own.constFind(number); own != m_own.cend())
+    const NotificationServiceIdentity service = m_service.identity();
+    if (const auto own = m_own.constFind(number); own != m_own.cend() && own->by == service)
         return *own;
-    auto notification = m_posted.byNumber(number, m_service.identity());
+    auto notification = m_posted.byNumber(number, service);
     if (notification && m_service.isPresent(notification->poster))
         return std::nullopt;
     return notification;
 }
 
+std::optional<PostedNotification> DesktopNotifications::own(const QString &identifier) const
+{
+    const auto found = std::ranges::find(m_own, identifier, &PostedNotification::identifier);
+    return found == m_own.cend() ? std::nullopt : std::optional(*found);
+}
+
 void DesktopNotifications::actionInvoked(uint number, const QString &key)
 {
     const auto notification = ours(number);
-    const bool isOwn = m_own.remove(number) > 0;
+    const bool isOwn = m_own.remove(number);
     // The file may be lost; what this program has posted itself is answered all the same.
     if (notification && (m_posted.take(*notification) || isOwn))
         respond(*notification, key);
@@ -238,7 +248,7 @@ void DesktopNotifications::closed(uint number)
     endIfNotNeeded();
 }
 
-void DesktopNotifications::serviceGone()
+void DesktopNotifications::serviceChanged()
 {
     m_own.clear();
     endIfNotNeeded();

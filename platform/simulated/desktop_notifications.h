@@ -62,9 +62,11 @@ private:
 
     void actionInvoked(uint number, const QString &key);
     void closed(uint number);
-    void serviceGone();
+    void serviceChanged();
     /** The notification of that number, if it is this program's to answer for. */
     [[nodiscard]] std::optional<PostedNotification> ours(uint number) const;
+    /** The notification made of that request, if this program has it on the screen. */
+    [[nodiscard]] std::optional<PostedNotification> own(const QString &identifier) const;
     void respond(const PostedNotification &notification, const QString &key);
     void endIfNotNeeded();
 

@@ -45,9 +45,10 @@ NotificationService::NotificationService(const QDBusConnection &bus)
     : QDBusAbstractInterface(serviceName, objectPath, interfaceName, bus, nullptr)
     , m_busId(idOf(bus))
 {
-    auto *const watcher = new QDBusServiceWatcher(
-        serviceName, bus, QDBusServiceWatcher::WatchForUnregistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, &NotificationService::gone);
+    auto *const watcher
+        = new QDBusServiceWatcher(serviceName, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(
+        watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &NotificationService::changed);
 }
 
 NotificationService::~NotificationService() = default;

@@ -73,8 +73,8 @@ Q_SIGNALS:
     /** Comes before ActionInvoked where the desktop lets a window come to the front for it. */
     void ActivationToken(uint number, const QString &token);
 
-    /** The service has left the bus. */
-    void gone();
+    /** The service has left the bus, has come, or has given its place to another one. */
+    void changed();
 
 private:
     const QString m_busId;

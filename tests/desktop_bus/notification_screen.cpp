@@ -1,5 +1,7 @@
 #include "desktop_bus/notification_screen.h"
 
+#include <QDBusConnectionInterface>
+
 using namespace Qt::StringLiterals;
 
 namespace zorvane::tests
@@ -20,7 +22,10 @@ NotificationScreen::NotificationScreen(const PrivateBus &bus, uint firstNumber)
     QDBusConnection connection = m_member.connection();
     if (!connection.registerObject(u"/org/freedesktop/Notifications"_s, this,
             QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals)
-        || !connection.registerService(u"org.freedesktop.Notifications"_s))
+        || connection.interface()->registerService(u"org.freedesktop.Notifications"_s,
+               QDBusConnectionInterface::ReplaceExistingService,
+               QDBusConnectionInterface::AllowReplacement)
+            != QDBusConnectionInterface::ServiceRegistered)
         qFatal("There is another notification service");
 }
 

@@ -21,7 +21,8 @@ class NotificationScreen final : public QObject
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
 
 public:
-    /** The first number that it gives is @p firstNumber. */
+    /** Takes the place of a service that is there already. The first number that it gives is @p
+     * firstNumber. */
     explicit NotificationScreen(const PrivateBus &bus, uint firstNumber = 1);
 
     struct Notification {

@@ -6,6 +6,18 @@ namespace zorvane::tests
 using platform::NotificationRequest;
 using platform::PlatformError;
 
+namespace
+{
+
+/** There is never more than one of an identifier. */
+void putInPlace(QList<NotificationRequest> &requests, const NotificationRequest &request)
+{
+    requests.removeIf([&](const auto &each) { return each.identifier == request.identifier; });
+    requests.append(request);
+}
+
+} // namespace
+
 void FakeManifestFetcher::fetch(const platform::ManifestRequest &request, Completion done)
 {
     requests.append(request);
@@ -36,10 +48,10 @@ void FakeUserNotifications::add(const NotificationRequest &request,
 {
     calls.append(QStringLiteral("add ") + request.identifier);
     if (!addError) {
-        pending.append(request);
+        putInPlace(pending, request);
         m_scheduler.after(request.delay, [this, request] {
             if (pending.removeOne(request))
-                delivered.append(request);
+                putInPlace(delivered, request);
         });
     }
     answer([error = addError, done = std::move(done)] { done(error); });

@@ -2,6 +2,7 @@
 
 #include "notification_fixture.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -163,6 +164,20 @@ private Q_SLOTS:
         QCOMPARE(m_f.screen->calls, QStringList{u"notify 0"_s});
         m_f.screen->click(7, u"default"_s);
         QTRY_COMPARE(m_f.agent->listener->responses.size(), 1);
+    }
+
+    void takesBackItsOwnWhereNothingCanBeRemembered()
+    {
+        const auto path = m_f.folder->path() / notificationsFile.toStdString();
+        std::filesystem::create_directories(path / "in the way");
+        m_f.agent->add(sampleRequest());
+        QTest::ignoreMessage(QtWarningMsg,
+            QRegularExpression(u"What is known of notifications could not be stored:"_s));
+        m_f.agent->pass(5s);
+        QTRY_COMPARE(m_f.screen->shown.size(), 1);
+        m_f.settleBus();
+        m_f.agent->notifications->removeDelivered({notificationIdentifier});
+        QTRY_VERIFY(m_f.screen->shown.isEmpty());
     }
 
     void removesWhatIsOnTheScreenAlsoFromAnotherRun_data()

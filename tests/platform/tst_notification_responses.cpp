@@ -95,6 +95,17 @@ private Q_SLOTS:
             application.listener->responses.size() + nextAgent.listener->responses.size(), 1);
     }
 
+    void aServiceThatTakesThePlaceOfAnotherMeansItsOwnByANumber()
+    {
+        m_f.post(sampleRequest());
+        const auto notNeeded = m_f.watchNeed();
+        NotificationScreen next(m_f.bus, 7);
+        next.click(7, u"default"_s);
+        m_f.settleBus();
+        QVERIFY(m_f.agent->listener->responses.isEmpty());
+        QVERIFY(*notNeeded);
+    }
+
     void aDismissedNotificationIsForgotten()
     {
         m_f.post(sampleRequest());

@@ -1,5 +1,6 @@
 // The fetcher against a real server on loopback, well-behaved and otherwise.
 
+#include "fakes/fake_scheduler.h"
 #include "fetcher_fixture.h"
 
 #include <QTcpServer>
@@ -46,6 +47,23 @@ private Q_SLOTS:
         QVERIFY(answer);
         QCOMPARE(answer->status, status);
         QCOMPARE(answer->body, body);
+    }
+
+    void speaksNothingButHttp1()
+    {
+        QSslConfiguration identity = m_f.identity;
+        identity.setAllowedNextProtocols(
+            {QSslConfiguration::ALPNProtocolHTTP2, QSslConfiguration::NextProtocolHttp1_1});
+        HttpsServer server(identity);
+        std::optional<QByteArray> agreed;
+        server.handle(u"/manifest"_s, [&](QSslSocket &socket) {
+            agreed = socket.sslConfiguration().nextNegotiatedProtocol();
+            socket.write(response("body"));
+        });
+        m_f.request.address = server.url(u"/manifest"_s);
+        QVERIFY(m_f.fetched());
+        QVERIFY(agreed);
+        QVERIFY(*agreed != QSslConfiguration::ALPNProtocolHTTP2);
     }
 
     void failsWithoutProgress_data()
@@ -102,6 +120,22 @@ private Q_SLOTS:
         const QElapsedTimer clock = startedClock();
         QCOMPARE(m_f.failure(), QNetworkReply::TimeoutError);
         QVERIFY(clock.elapsed() > 500);
+    }
+
+    void endsInTimeEvenIfNoWorkerIsEverFree()
+    {
+        FakeScheduler busy;
+        qt_network::QtManifestFetcher fetcher(busy, {m_f.authority.certificate()});
+        m_f.request.totalTimeout = 200ms;
+        QList<ManifestFetcher::Result> answers;
+        fetcher.fetch(m_f.request, [&](const auto &answer) { answers.append(answer); });
+        QVERIFY(answers.isEmpty());
+        QTRY_COMPARE(answers.size(), 1);
+        QCOMPARE(std::get<PlatformError>(answers.constFirst()).code, QNetworkReply::TimeoutError);
+        busy.settle();
+        QTest::qWait(50);
+        QCOMPARE(answers.size(), 1);
+        QVERIFY(m_f.server->requests.isEmpty());
     }
 
     void failsWhenTheAnswerIsCutOff_data()

@@ -124,6 +124,9 @@ private Q_SLOTS:
         QCOMPARE(updates->availableUpdate()->version, u"2.0"_s);
         QVERIFY(updates->isBannerVisible());
         QCOMPARE(f.system.preferences.values, stored);
+        updates->setBannerVisible(false);
+        f.check(*updates, answer);
+        QVERIFY(!updates->isBannerVisible());
         updates->checkForUpdates(false, false);
         QVERIFY(updates->isChecking());
     }

@@ -37,6 +37,11 @@ struct Fixture {
         return result;
     }
 
+    [[nodiscard]] qsizetype announcements() const
+    {
+        return center.calls.count(u"add "_s + updateIdentifier);
+    }
+
     [[nodiscard]] std::optional<QString> token() const
     {
         return system.preferences.string(tokenKey);
@@ -94,10 +99,12 @@ private Q_SLOTS:
         QCOMPARE(f.notify(sampleUpdate(u"2.1"_s, 57)), u"done"_s);
         QCOMPARE(f.notify(sampleUpdate(u"2.1"_s, 57)), u"done"_s);
         f.system.scheduler.advance(5s);
+        QCOMPARE(f.announcements(), 1);
         QCOMPARE(f.center.delivered.size(), 1);
         QCOMPARE(f.notify(sampleUpdate(u"2.1"_s, 58)), u"done"_s);
         f.system.scheduler.advance(5s);
-        QCOMPARE(f.center.delivered.size(), 2);
+        QCOMPARE(f.announcements(), 2);
+        QCOMPARE(f.center.delivered.size(), 1);
         QCOMPARE(f.token(), u"2.1-58"_s);
     }
 
