@@ -149,6 +149,23 @@ private Q_SLOTS:
         QCOMPARE(processes.size(), 0);
     }
 
+    void aStoredListWithARepeatedIdShowsBothRecords()
+    {
+        auto other = sampleApplication(u"Other"_s, u"com.example.Other"_s);
+        other.id = tool().id;
+        Fixture f({tool(), other});
+        f.start();
+        const auto names = [&] {
+            QStringList result;
+            for (const auto &components : f.store->networkComponents(f.store->applications()))
+                result.append(components.constFirst().name);
+            return result;
+        };
+        QCOMPARE(names(), QStringList({u"Tool"_s, u"Other"_s}));
+        f.pass();
+        QCOMPARE(names(), QStringList({u"Tool"_s, u"Other"_s}));
+    }
+
     void aTickDuringAPassIsDroppedAndTheNextOneRuns()
     {
         Fixture f({tool()});
