@@ -69,15 +69,17 @@ Discovery::Findings Discovery::find(
     const inspection::DiscoveredProcesses &reader, const Known &known, const QDateTime &now)
 {
     Findings findings;
-    const QByteArray bytes = reader.storedBytes();
+    findings.seen.applications = known.applications;
     const auto seconds = inspection::referenceSeconds(now);
-    if (known.last.any && bytes == known.last.bytes && known.applications == known.last.applications
-        && known.last.recent.holdAt(seconds)) {
-        findings.nothingNew = true;
-        findings.seen.applications = known.applications;
+    reader.readStoredBytes([&](const QByteArray &bytes) {
+        findings.nothingNew = known.last.any && bytes == known.last.bytes
+            && known.applications == known.last.applications && known.last.recent.holdAt(seconds);
+        if (!findings.nothingNew)
+            findings.seen
+                = {true, bytes, known.applications, inspection::recentProcesses(bytes, seconds)};
+    });
+    if (findings.nothingNew)
         return findings;
-    }
-    findings.seen = {true, bytes, known.applications, inspection::recentProcesses(bytes, seconds)};
     const auto &processes = findings.seen.recent.processes;
     findings.processesDiffer = processes != known.published;
     auto owned = inspection::processesOfEach(known.applications, processes);

@@ -1,5 +1,7 @@
 #include "app/observed_components.h"
 
+#include <algorithm>
+
 namespace zorvane::app
 {
 
@@ -16,9 +18,8 @@ ObservedComponents::ObservedComponents(const QList<BlockedApplication> &applicat
         QList<DiscoveredNetworkProcess> own;
         for (const qsizetype position : owned.at(i))
             own.append(processes.at(position));
-        const auto made = last.m_entries.constFind(application.id);
-        if (made != last.m_entries.cend() && made->application == application
-            && made->processes == own)
+        const Entry *const made = last.entryOf(application);
+        if (made != nullptr && made->processes == own)
             m_entries.insert(application.id, *made);
         else
             m_entries.insert(application.id,
@@ -28,9 +29,17 @@ ObservedComponents::ObservedComponents(const QList<BlockedApplication> &applicat
 
 const NetworkComponents *ObservedComponents::of(const BlockedApplication &application) const
 {
-    const auto found = m_entries.constFind(application.id);
-    return found != m_entries.cend() && found->application == application ? &found->components
-                                                                          : nullptr;
+    const Entry *const entry = entryOf(application);
+    return entry != nullptr ? &entry->components : nullptr;
+}
+
+const ObservedComponents::Entry *ObservedComponents::entryOf(
+    const BlockedApplication &application) const
+{
+    const auto [begin, end] = m_entries.equal_range(application.id);
+    const auto found = std::find_if(
+        begin, end, [&](const Entry &entry) { return entry.application == application; });
+    return found != end ? &*found : nullptr;
 }
 
 } // namespace zorvane::app

@@ -37,7 +37,10 @@ private:
         NetworkComponents components;
     };
 
-    QHash<QUuid, Entry> m_entries;
+    [[nodiscard]] const Entry *entryOf(const records::BlockedApplication &application) const;
+
+    /** A stored list may hold an id twice; each of the records has its own entry. */
+    QMultiHash<QUuid, Entry> m_entries;
 };
 
 } // namespace zorvane::app

@@ -13,7 +13,7 @@ namespace
 
 constexpr ReferenceSeconds thirtyDays = 2'592'000;
 
-/** Serialises every read of the shared domain in this process. */
+/** Serialises every reading and decoding of the shared domain in this process. */
 std::mutex readLock; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 /** Sorts times and positions instead of the records, which are many times as large. */
@@ -77,7 +77,6 @@ std::optional<QString> DiscoveredProcesses::resolveApplicationGroup() const
 
 QByteArray DiscoveredProcesses::storedBytes() const
 {
-    const std::lock_guard lock(readLock);
     const auto group = resolveApplicationGroup();
     if (!group)
         return {};
@@ -88,10 +87,20 @@ QByteArray DiscoveredProcesses::storedBytes() const
     return suite->data(discoveredProcessesKey).value_or(QByteArray());
 }
 
+void DiscoveredProcesses::readStoredBytes(const std::function<void(const QByteArray &)> &use) const
+{
+    const std::lock_guard lock(readLock);
+    use(storedBytes());
+}
+
 QList<DiscoveredNetworkProcess> DiscoveredProcesses::loadDiscoveredProcesses(
     const QDateTime &now) const
 {
-    return recentProcesses(storedBytes(), referenceSeconds(now)).processes;
+    QList<DiscoveredNetworkProcess> processes;
+    readStoredBytes([&](const QByteArray &bytes) {
+        processes = recentProcesses(bytes, referenceSeconds(now)).processes;
+    });
+    return processes;
 }
 
 } // namespace zorvane::inspection

@@ -4,6 +4,7 @@
 #include "platform/entitlements.h"
 #include "platform/preferences.h"
 
+#include <functional>
 #include <optional>
 #include <QByteArray>
 #include <QList>
@@ -54,14 +55,19 @@ public:
      */
     [[nodiscard]] std::optional<QString> resolveApplicationGroup() const;
 
-    /** The stored bytes as they are; empty if there are none. */
-    [[nodiscard]] QByteArray storedBytes() const;
+    /**
+     * Calls @p use once with the stored bytes as they are; empty if there are none. Nobody else in
+     * the process reads before it has returned, so what decodes the bytes belongs in it.
+     */
+    void readStoredBytes(const std::function<void(const QByteArray &)> &use) const;
 
     /** The records of the last 30 days before @p now, most recent first. Problems give none. */
     [[nodiscard]] QList<DiscoveredNetworkProcess> loadDiscoveredProcesses(
         const QDateTime &now) const;
 
 private:
+    [[nodiscard]] QByteArray storedBytes() const;
+
     Services m_services;
 };
 

@@ -52,7 +52,9 @@ ApplicationNetworkComponent observedComponent(
 ApplicationNetworkComponent inspectedComponent(
     const CodeIdentity &identity, const BlockedApplication &application)
 {
-    const bool isMain = identity == records::primaryCodeIdentity(application);
+    // A stored team may hold blanks; they make it no other team.
+    const bool isMain = CodeIdentity::make(identity.signingIdentifier, identity.teamIdentifier)
+        == records::primaryCodeIdentity(application);
     return {
         .id = "bundled|"_L1 + records::identityKey(identity),
         .name = isMain ? application.name : identity.signingIdentifier,

@@ -38,25 +38,6 @@ struct Fixture {
     }
 };
 
-/** Notices two readers at once. */
-class WatchedSuites final : public platform::PreferencesSuites
-{
-public:
-    [[nodiscard]] std::unique_ptr<platform::Preferences> open(const QString &) override
-    {
-        const bool alone = ++m_readers == 1;
-        overlapped = overlapped || !alone;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        --m_readers;
-        return std::make_unique<FakePreferences>();
-    }
-
-    std::atomic<bool> overlapped = false;
-
-private:
-    std::atomic<int> m_readers = 0;
-};
-
 DiscoveredNetworkProcess seenAt(const QString &identifier, ReferenceSeconds time)
 {
     return sampleProcess(identifier, u"TEAM"_s, time);
@@ -214,22 +195,41 @@ private Q_SLOTS:
         QCOMPARE(f.suites.opened, QStringList({group, group}));
     }
 
-    void neverDoTwoReadAtOnce()
+    void whatWasWrittenSinceTheDomainWasOpenedIsRead()
+    {
+        // The made-up domain shows nothing before it is brought up to date.
+        Fixture f;
+        f.store(encodedProcesses({seenAt(u"x"_s, cutOff + 1)}));
+        QVERIFY(!f.suites.open(group)->contains(recordsKey));
+        QCOMPARE(f.loaded(), QStringList{u"x"_s});
+    }
+
+    void neverDoTwoReadOrDecodeAtOnce()
     {
         FakeEntitlements entitlements;
-        WatchedSuites suites;
+        FakeSuites suites;
         const DiscoveredProcesses one({entitlements, suites});
         const DiscoveredProcesses other({entitlements, suites});
+        std::atomic<int> readers = 0;
+        std::atomic<bool> overlapped = false;
+        const auto use = [&](const QByteArray &) {
+            if (++readers > 1)
+                overlapped = true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            --readers;
+        };
+        suites.whenOpened = [&] { use({}); };
         std::vector<std::thread> threads;
-        for (const DiscoveredProcesses *reader : {&one, &other, &one, &other}) {
-            threads.emplace_back([reader] {
+        for (const DiscoveredProcesses *reader : {&one, &other}) {
+            threads.emplace_back([reader, &use] {
                 for (int i = 0; i < 25; ++i)
-                    static_cast<void>(reader->storedBytes());
+                    reader->readStoredBytes(use);
             });
         }
         for (std::thread &thread : threads)
             thread.join();
-        QVERIFY(!suites.overlapped);
+        QVERIFY(!overlapped);
+        QCOMPARE(suites.opened.size(), 50);
     }
 
     void knowsForHowLongItsSelectionHolds()

@@ -1,8 +1,4 @@
-#include "app/app_block_store.h"
-#include "app/records/blocked_application_json.h"
-#include "app/sample_applications.h"
-#include "fakes/fake_platform.h"
-#include "sample_processes.h"
+#include "discovery_fixture.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -16,68 +12,6 @@ using inspection::DiscoveredNetworkProcess;
 using records::BlockedApplication;
 using records::CodeIdentity;
 
-namespace
-{
-
-const QString group = u"group.dev.kestrelworks.Zorvane"_s;
-const QString recordsKey = u"discoveredNetworkProcesses.v2"_s;
-const QString listKey = u"blockedApplications"_s;
-
-struct Fixture {
-    FakePlatform system;
-    std::unique_ptr<AppBlockStore> store;
-
-    explicit Fixture(const QList<BlockedApplication> &applications)
-    {
-        system.preferences.values.insert(listKey, records::encodedApplications(applications));
-        system.preferences.values.insert(u"protectionRequested"_s, true);
-    }
-
-    void start(bool enabled = false)
-    {
-        system.filterManager.stored.enabled = enabled;
-        store = std::make_unique<AppBlockStore>(system.ports);
-        system.scheduler.settle();
-        system.preferences.written.clear();
-    }
-
-    void observe(const QList<DiscoveredNetworkProcess> &processes)
-    {
-        observeBytes(inspection::encodedProcesses(processes));
-    }
-
-    void observeBytes(const QByteArray &bytes)
-    {
-        system.suites.domains[group].insert(recordsKey, bytes);
-    }
-
-    void pass() { system.scheduler.advance(5s); }
-
-    [[nodiscard]] int listSaves() const { return int(system.preferences.written.count(listKey)); }
-
-    [[nodiscard]] QList<CodeIdentity> auxiliary() const
-    {
-        return store->applications().constFirst().auxiliaryCodeIdentities.value();
-    }
-};
-
-BlockedApplication tool()
-{
-    return sampleApplication(u"Tool"_s, u"com.example.Tool"_s);
-}
-
-/** A process inside the tool's bundle, seen a moment ago. */
-DiscoveredNetworkProcess helper(const QString &identifier,
-    const std::optional<QString> &team = u"TEAM"_s, double secondsAgo = 60)
-{
-    const QDateTime now(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC);
-    auto process = sampleProcess(identifier, team, inspection::referenceSeconds(now) - secondsAgo);
-    process.executablePath = tool().path + u"/Contents/MacOS/"_s + identifier;
-    return process;
-}
-
-} // namespace
-
 class TestDiscovery : public QObject
 {
     Q_OBJECT
@@ -85,7 +19,7 @@ class TestDiscovery : public QObject
 private Q_SLOTS:
     void theFirstPassRunsAfterFiveSeconds()
     {
-        Fixture f({tool()});
+        DiscoveryFixture f({tool()});
         f.start();
         f.observe({helper(u"helper"_s)});
         f.system.scheduler.advance(4999ms);
@@ -96,7 +30,7 @@ private Q_SLOTS:
 
     void foldsAnObservedIdentityIntoItsRecord()
     {
-        Fixture f({tool()});
+        DiscoveryFixture f({tool()});
         f.start();
         f.observe({helper(u"helper"_s, u" TEAM "_s)});
         f.pass();
@@ -106,11 +40,9 @@ private Q_SLOTS:
 
     void handsTheRulesOverWhenTheFilterIsOn()
     {
-        Fixture f({tool()});
+        DiscoveryFixture f({tool()});
         f.start(true);
-        f.system.systemExtensions.delegate()->requestDidFinish(
-            platform::ActivationResult::Completed);
-        f.system.scheduler.settle();
+        f.completeActivation();
         const int saves = f.system.filterManager.saves;
         f.observe({helper(u"helper"_s)});
         f.pass();
@@ -122,7 +54,7 @@ private Q_SLOTS:
 
     void savesButHandsNothingOverWhenTheFilterIsOff()
     {
-        Fixture f({tool()});
+        DiscoveryFixture f({tool()});
         f.start();
         f.observe({helper(u"helper"_s)});
         f.pass();
@@ -132,26 +64,69 @@ private Q_SLOTS:
 
     void aPassThatFindsNoChangeWritesAndPushesNothing()
     {
-        Fixture f({tool()});
+        DiscoveryFixture f({tool()});
         f.start(true);
-        f.observe({helper(u"helper"_s)});
+        f.completeActivation();
+        auto process = helper(u"helper"_s);
+        f.observe({process});
         f.pass();
+        QCOMPARE(f.auxiliary().size(), 1);
         const int filterSaves = f.system.filterManager.saves;
         f.system.preferences.written.clear();
         const QSignalSpy list(f.store.get(), &AppBlockStore::applicationsChanged);
-        const QSignalSpy processes(f.store.get(), &AppBlockStore::discoveredProcessesChanged);
-        f.pass();
-        f.pass();
-        f.pass();
+        for (int i = 0; i < 3; ++i) {
+            // Other bytes each time, so that the pass cannot end early.
+            ++process.connectionCount;
+            f.observe({process});
+            f.pass();
+            QCOMPARE(f.store->discoveredProcesses(), QList{process});
+        }
         QVERIFY(f.system.preferences.written.isEmpty());
         QCOMPARE(f.system.filterManager.saves, filterSaves);
         QCOMPARE(list.size(), 0);
+    }
+
+    void aPassOverTheSameBytesAnnouncesNothing()
+    {
+        DiscoveryFixture f({tool()});
+        f.start();
+        f.observe({helper(u"helper"_s)});
+        f.pass();
+        const QSignalSpy processes(f.store.get(), &AppBlockStore::discoveredProcessesChanged);
+        f.pass();
+        f.pass();
         QCOMPARE(processes.size(), 0);
+    }
+
+    void aPassRunsAtUtilityPriority()
+    {
+        DiscoveryFixture f({tool()});
+        f.start();
+        f.system.scheduler.forgetPriorities();
+        f.pass();
+        QCOMPARE(f.system.scheduler.priorities(), QList{platform::Priority::Utility});
+    }
+
+    void aStoredListWithARepeatedIdShowsBothRecords()
+    {
+        auto other = sampleApplication(u"Other"_s, u"com.example.Other"_s);
+        other.id = tool().id;
+        DiscoveryFixture f({tool(), other});
+        f.start();
+        const auto names = [&] {
+            QStringList result;
+            for (const auto &components : f.store->networkComponents(f.store->applications()))
+                result.append(components.constFirst().name);
+            return result;
+        };
+        QCOMPARE(names(), QStringList({u"Tool"_s, u"Other"_s}));
+        f.pass();
+        QCOMPARE(names(), QStringList({u"Tool"_s, u"Other"_s}));
     }
 
     void aTickDuringAPassIsDroppedAndTheNextOneRuns()
     {
-        Fixture f({tool()});
+        DiscoveryFixture f({tool()});
         f.start();
         f.store->refreshDiscoveredProcesses();
         f.store->refreshDiscoveredProcesses();
@@ -163,7 +138,7 @@ private Q_SLOTS:
 
     void processesWithoutTeamAndInterpretersNeverEnterARecord()
     {
-        Fixture f({tool()});
+        DiscoveryFixture f({tool()});
         f.start();
         f.observe({helper(u"teamless"_s, std::nullopt), helper(u"blank"_s, u"  "_s),
             helper(u"python3"_s), helper(u"Node"_s)});
@@ -176,7 +151,7 @@ private Q_SLOTS:
     void aSharedHelperEntersBothRecords()
     {
         auto other = sampleApplication(u"Other"_s, u"com.example.Other"_s);
-        Fixture f({tool(), other});
+        DiscoveryFixture f({tool(), other});
         f.start();
         auto process = helper(u"helper"_s);
         process.sourceApplicationIdentifier = u"com.example.Other"_s;
@@ -191,7 +166,7 @@ private Q_SLOTS:
     {
         auto old = tool();
         old.auxiliarySigningIdentifiers = QStringList{u"helper"_s};
-        Fixture f({old});
+        DiscoveryFixture f({old});
         f.start();
         f.pass();
         QVERIFY(!f.store->applications().constFirst().auxiliarySigningIdentifiers);
@@ -200,7 +175,7 @@ private Q_SLOTS:
 
     void corruptDataPublishesAnEmptyListAndChangesNoRecord()
     {
-        Fixture f({tool()});
+        DiscoveryFixture f({tool()});
         f.start();
         f.observe({helper(u"helper"_s)});
         f.pass();
@@ -214,7 +189,7 @@ private Q_SLOTS:
 
     void withoutApplicationsProcessesAreStillPublished()
     {
-        Fixture f({});
+        DiscoveryFixture f({});
         f.start();
         f.observe({helper(u"helper"_s)});
         f.pass();
@@ -222,93 +197,9 @@ private Q_SLOTS:
         QCOMPARE(f.listSaves(), 0);
     }
 
-    void unchangedDataIsNotDecodedAgain()
-    {
-        // Seen by what decoding would publish: bytes that are the same object to the reader.
-        Fixture f({tool()});
-        f.start();
-        f.observe({helper(u"helper"_s)});
-        f.pass();
-        f.pass(); // the record took the identity in, so this pass was whole
-        const auto published = f.store->discoveredProcesses();
-        f.pass();
-        QVERIFY(f.store->discoveredProcesses().isSharedWith(published));
-    }
-
-    void anAddedApplicationMakesTheNextPassWhole()
-    {
-        Fixture f({});
-        f.start();
-        f.observe({helper(u"helper"_s)});
-        f.pass();
-        f.store->add(tool());
-        f.pass();
-        QCOMPARE(f.auxiliary().size(), 1);
-    }
-
-    void aLoadedListMakesTheNextPassWhole()
-    {
-        Fixture f({tool()});
-        f.store = std::make_unique<AppBlockStore>(f.system.ports);
-        f.observe({helper(u"helper"_s)});
-        f.store->refreshDiscoveredProcesses();
-        f.system.scheduler.settle();
-        f.pass();
-        QCOMPARE(f.auxiliary().size(), 1);
-    }
-
-    void aReinspectedApplicationMakesTheNextPassWhole()
-    {
-        Fixture f({tool()});
-        f.start();
-        f.observe({helper(u"helper"_s)});
-        f.pass();
-        f.pass();
-        auto stale = sampleApplication(u"Other"_s, u"com.example.Other"_s);
-        stale.inspectionVersion = 4;
-        f.system.addBundle(stale.path, u"com.example.Other"_s, u"TEAM"_s, u"Other"_s);
-        f.store->add(stale);
-        f.pass();
-        f.store->reinspectStaleApplications();
-        f.system.scheduler.settle();
-        auto process = helper(u"late"_s);
-        process.executablePath = stale.path + u"/late"_s;
-        f.observe({helper(u"helper"_s), process});
-        f.pass();
-        QCOMPARE(f.store->applications().constFirst().auxiliaryCodeIdentities->size(), 1);
-    }
-
-    void aMergedApplicationMakesTheNextPassWhole()
-    {
-        // The identity that the first pass takes in makes a process outside the bundle match.
-        auto outside = helper(u"outside"_s);
-        outside.executablePath = u"/tmp/outside"_s;
-        outside.sourceApplicationIdentifier = u"helper"_s;
-        outside.sourceApplicationTeamIdentifier = u"TEAM"_s;
-        Fixture f({tool()});
-        f.start();
-        f.observe({helper(u"helper"_s), outside});
-        f.pass();
-        QCOMPARE(f.auxiliary().size(), 1);
-        f.pass();
-        QCOMPARE(f.auxiliary().size(), 2);
-    }
-
-    void aRecordThatCrossesTheCutOffMakesTheNextPassWhole()
-    {
-        Fixture f({tool()});
-        f.start();
-        f.observe({helper(u"fresh"_s), helper(u"ageing"_s, u"TEAM"_s, 2'592'000 - 12)});
-        f.pass();
-        f.pass();
-        QCOMPARE(f.store->discoveredProcesses().size(), 2);
-        f.pass();
-        QCOMPARE(f.store->discoveredProcesses().size(), 1);
-    }
-
     void aListThatChangesDuringAPassIsNotOverwritten()
     {
-        Fixture f({tool()});
+        DiscoveryFixture f({tool()});
         f.start();
         f.observe({helper(u"helper"_s)});
         f.store->refreshDiscoveredProcesses();
@@ -321,7 +212,7 @@ private Q_SLOTS:
 
     void aPassThatEndsAfterTheStoreIsGoneIsDropped()
     {
-        Fixture f({tool()});
+        DiscoveryFixture f({tool()});
         f.start();
         f.observe({helper(u"helper"_s)});
         f.store->refreshDiscoveredProcesses();

@@ -136,6 +136,24 @@ private Q_SLOTS:
         QCOMPARE(components.constFirst().id, u"bundled|.dG9vbA=="_s);
     }
 
+    void aMainIdentityStoredWithBlanksAroundItsTeamIsNotBundled()
+    {
+        auto application = sampleApplication(u"Tool"_s, u"com.x"_s, u"T"_s);
+        application.auxiliaryCodeIdentities = {{u"com.x"_s, u" T "_s}};
+        QCOMPARE(lines(networkComponents(application, {})),
+            QStringList({u"Tool / Main app"_s, u"Tool / Main app"_s}));
+    }
+
+    void namesAreOrderedAsPeopleOrderThem()
+    {
+        auto application = atlas();
+        application.auxiliaryCodeIdentities
+            = {{u"beta"_s, u"TEAM"_s}, {u"Zeta"_s, u"TEAM"_s}, {u"Alpha"_s, u"TEAM"_s}};
+        QCOMPARE(lines(networkComponents(application, {})),
+            QStringList({u"Atlas Notes / Main app"_s, u"Alpha / Bundled"_s, u"beta / Bundled"_s,
+                u"Zeta / Bundled"_s}));
+    }
+
     void kindsHaveTheLabelsThatTheUserSees()
     {
         for (const Kind kind : {Kind::Main, Kind::Bundled, Kind::Observed})

@@ -84,6 +84,19 @@ private Q_SLOTS:
         QCOMPARE(after.of(applications[1])->constFirst().lastSeenAt, 800'000'000.0);
     }
 
+    void twoRecordsWithOneIdAreBothKnown()
+    {
+        const auto first = sampleApplication(u"A"_s, u"a"_s);
+        auto second = sampleApplication(u"B"_s, u"b"_s);
+        second.id = first.id;
+        const auto before = make({first, second}, {});
+        QCOMPARE(before.of(first)->constFirst().name, u"A"_s);
+        QCOMPARE(before.of(second)->constFirst().name, u"B"_s);
+        const auto after = make({first, second}, {}, before);
+        QVERIFY(after.of(first)->isSharedWith(*before.of(first)));
+        QVERIFY(after.of(second)->isSharedWith(*before.of(second)));
+    }
+
     void aRecordThatIsAnotherByNowIsNotKnown()
     {
         auto application = sampleApplication(u"A"_s, u"a"_s);

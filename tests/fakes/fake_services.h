@@ -12,9 +12,11 @@
 #include "platform/preferences.h"
 #include "platform/system_actions.h"
 
+#include <functional>
 #include <QHash>
 #include <QStringList>
 #include <QVariantMap>
+#include <utility>
 
 /** @file The smaller services of a made-up system: what they hold is public, what they do is
  * recorded. */
@@ -45,9 +47,16 @@ public:
     void setData(const QString &key, const QByteArray &value) override { set(key, value); }
     void setDate(const QString &key, const QDateTime &value) override { set(key, value); }
     void setString(const QString &key, const QString &value) override { set(key, value); }
-    void synchronize() override { ++synchronizations; }
+    void synchronize() override
+    {
+        ++synchronizations;
+        if (writtenElsewhere)
+            values = *std::exchange(writtenElsewhere, std::nullopt);
+    }
 
     QVariantMap values;
+    /** What another program wrote; seen from the next synchronisation on. */
+    std::optional<QVariantMap> writtenElsewhere;
     QStringList written;
     int synchronizations = 0;
 
@@ -67,22 +76,26 @@ private:
     }
 };
 
-/** Opens one shared domain; every opened object shows the same values. */
+/** Opens shared domains; what they hold is seen once they are synchronised. */
 class FakeSuites final : public platform::PreferencesSuites
 {
 public:
     [[nodiscard]] std::unique_ptr<platform::Preferences> open(const QString &name) override
     {
         opened.append(name);
+        if (whenOpened)
+            whenOpened();
         if (refuses)
             return nullptr;
         auto suite = std::make_unique<FakePreferences>();
-        suite->values = domains.value(name);
+        suite->writtenElsewhere = domains.value(name);
         return suite;
     }
 
     QHash<QString, QVariantMap> domains;
     QStringList opened;
+    /** Called in between by each opening, on its thread. */
+    std::function<void()> whenOpened;
     bool refuses = false;
 };
 

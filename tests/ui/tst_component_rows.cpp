@@ -77,6 +77,15 @@ class TestComponentRows : public QObject
 private Q_SLOTS:
     void initTestCase() { QLocale::setDefault(QLocale(QLocale::English)); }
 
+    void unfoldingMakesTheLinesOnce()
+    {
+        Rows rows({named(u"Atlas"_s)});
+        const QSignalSpy made(
+            Rows::rowOf(rows.called(u"disclosure"_s).value(0)), SIGNAL(linesChanged()));
+        rows.toggle(0);
+        QCOMPARE(made.size(), 1);
+    }
+
     void aCountOfOneIsSingularEveryOtherPlural()
     {
         Rows f({named(u"Alpha"_s), named(u"Beta"_s)});

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <QColor>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -82,6 +83,30 @@ private Q_SLOTS:
         QVERIFY(std::any_of(seen.cbegin(), seen.cend(), between));
         for (const auto &shade : seen)
             QVERIFY(between(shade) || shade == resting || shade == highlighted);
+    }
+
+    void betweenItsStatesOneSymbolFadesIntoTheOther()
+    {
+        WindowFixture fixture;
+        const auto *const resting = fixture.window()->findChild<QQuickItem *>(u"dropZoneSymbol"_s);
+        const auto *const highlighted
+            = fixture.window()->findChild<QQuickItem *>(u"dropZoneHighlightedSymbol"_s);
+        QCOMPARE(resting->property("color").value<QColor>(), QColor(0x007aff));
+        QCOMPARE(highlighted->property("color").value<QColor>(), QColor(Qt::white));
+        QCOMPARE(highlighted->opacity(), 0.0);
+        const QSignalSpy restingPictures(resting, SIGNAL(sourceChanged(QUrl)));
+        const QSignalSpy highlightedPictures(highlighted, SIGNAL(sourceChanged(QUrl)));
+        QList<qreal> seen;
+        const auto note = [&] {
+            seen.append(highlighted->opacity());
+            QCOMPARE(resting->opacity(), 1 - highlighted->opacity());
+        };
+        connect(fixture.window(), &QQuickWindow::afterAnimating, this, note, Qt::DirectConnection);
+        fixture.store->setDropTargeted(true);
+        QTRY_COMPARE(highlighted->opacity(), 1.0);
+        QVERIFY(std::any_of(
+            seen.cbegin(), seen.cend(), [](qreal opacity) { return opacity > 0 && opacity < 1; }));
+        QCOMPARE(restingPictures.size() + highlightedPictures.size(), 0);
     }
 
     void whileAddingItSaysSo()

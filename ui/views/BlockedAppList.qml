@@ -112,6 +112,8 @@ Column {
             required property int componentsRevision
             property bool isShowingComponents: false
             property real unfolding: isShowingComponents ? 1 : 0
+            /* What is unfolded by how much changes in every frame; the lines need not. */
+            readonly property bool showsLines: unfolding > 0
             readonly property real unfoldedHeight: 1 + 4 + 32 * componentCount + 6
             readonly property bool near: y + height > root.viewTop - root.lookahead && y < root.viewBottom + root.lookahead
 
@@ -126,7 +128,7 @@ Column {
 
             /* The revision is named so that the lines are asked for again when they change. */
             function lines(revision: int): var {
-                return unfolding > 0 ? root.applications.components(index) : [];
+                return showsLines ? root.applications.components(index) : [];
             }
 
             Behavior on unfolding  {

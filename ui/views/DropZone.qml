@@ -73,13 +73,33 @@ Item {
         anchors.centerIn: parent
         width: parent.width - 40
 
-        Symbol {
+        Item {
             anchors.horizontalCenter: parent.horizontalCenter
             visible: !root.adding
-            name: "app.dashed"
-            box: Symbols.box(35)
-            stroke: Symbols.light
-            color: root.targeted ? "#ffffff" : Theme.blue
+            width: symbol.width
+            height: symbol.height
+
+            // One over the other: a symbol in a colour between them would be a new picture in
+            // every frame.
+            Symbol {
+                id: symbol
+
+                objectName: "dropZoneSymbol"
+                opacity: 1 - root.highlight
+                name: "app.dashed"
+                box: Symbols.box(35)
+                stroke: Symbols.light
+                color: Theme.blue
+            }
+
+            Symbol {
+                objectName: "dropZoneHighlightedSymbol"
+                opacity: root.highlight
+                name: symbol.name
+                box: symbol.box
+                stroke: symbol.stroke
+                color: "#ffffff"
+            }
         }
 
         Spinner {
