@@ -1,17 +1,22 @@
 // A second program that writes a preferences file as a filter extension may, or as badly as a
 // broken one may, for tests.
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <string>
+#include <thread>
 
 namespace
 {
 
 namespace fs = std::filesystem;
+
+/** How long a whole file stands, so that readers of any speed find it now and then. */
+constexpr auto rest = std::chrono::milliseconds(1);
 
 void writeInPlace(const fs::path &file, const std::string &bytes)
 {
@@ -38,8 +43,10 @@ void say(const char *word)
     for (;;) {
         replace(file, one);
         say("written");
+        std::this_thread::sleep_for(rest);
         writeInPlace(file, other.substr(0, other.size() / 2));
         replace(file, other);
+        std::this_thread::sleep_for(rest);
         writeInPlace(file, "damaged");
     }
 }
