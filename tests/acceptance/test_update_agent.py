@@ -3,6 +3,7 @@
 import datetime
 import json
 import os
+import pathlib
 import plistlib
 import sys
 import unittest.mock
@@ -63,6 +64,12 @@ class UpdateAgent(AcceptanceTest):
         service = self.desktop.start(*command)
         self.addCleanup(self.desktop.stop, service)
         wait_for(lambda: is_on_the_bus(SERVICE), "the notification service")
+
+    def tell_everybody(self, signal, number, text):
+        call(
+            SERVICE, "/org/freedesktop/Notifications", "org.freedesktop.DBus.Mock.EmitSignal",
+            SERVICE, signal, "us", f"[<uint32 {number}>, <'{text}'>]",
+        )
 
     def note_what_is_opened(self, folder):
         """Puts an "xdg-open" on the path that only notes how it is called."""
@@ -146,15 +153,27 @@ class UpdateAgent(AcceptanceTest):
         self.assertIsNone(agent.poll())
         agent.kill()
         agent.wait()
-        click = f"[<uint32 {self.remembered_number()}>, <'default'>]"
+        number = self.remembered_number()
         for _ in range(2):
-            call(
-                SERVICE, "/org/freedesktop/Notifications",
-                "org.freedesktop.DBus.Mock.EmitSignal", SERVICE, "ActionInvoked", "us", click,
-            )
+            self.tell_everybody("ActionInvoked", number, "default")
         wait_for(self.pages, "the page")
         wait_for(lambda: self.remembered_number() is None, "the notification to be forgotten")
         self.assertEqual(self.pages(), [PAGE])
+
+    def test_zorvane_is_started_with_the_token_to_come_to_the_front(self):
+        self.start_service_that_tells_everybody()
+        self.remember({**RELEASE, "hasCompletedOnboarding": True})
+        agent = self.start_agent()
+        self.wait_for_announcement()
+        number = self.remembered_number()
+        self.tell_everybody("ActivationToken", number, "token-7")
+        self.tell_everybody("ActionInvoked", number, "default")
+        window = Window("Zorvane")
+        self.addCleanup(window.close)
+        process = output("xdotool", "getwindowpid", str(window.id)).strip()
+        environment = pathlib.Path(f"/proc/{process}/environ").read_bytes().split(b"\0")
+        self.assertIn(b"XDG_ACTIVATION_TOKEN=token-7", environment)
+        self.assertEqual(agent.wait(30), 0)
 
     def test_a_dismissed_announcement_ends_the_agent_and_is_not_made_again(self):
         self.start_service()

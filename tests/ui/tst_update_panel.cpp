@@ -1,6 +1,7 @@
 #include "ui/window_fixture.h"
 
 #include <QColor>
+#include <QQmlProperty>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -99,6 +100,14 @@ private Q_SLOTS:
         QCOMPARE(panel->property("padding").toReal(), 16.0);
         QCOMPARE(
             panel->property("color").value<QColor>(), QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.08F));
+        QCOMPARE(QQmlProperty::read(panel, u"border.color"_s).value<QColor>(),
+            QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.25F));
+        QCOMPARE(QQmlProperty::read(panel, u"border.width"_s).toReal(), 1.0);
+        const auto *const title = fixture.text(u"Zorvane 1.3 is available"_s);
+        QVERIFY(title != nullptr);
+        const auto font = title->property("font").value<QFont>();
+        QCOMPARE(font.pixelSize(), 13);
+        QCOMPARE(font.weight(), QFont::DemiBold);
         QCOMPARE(inWindow(panel).top(), 74.0 + 16);
         QTRY_COMPARE(
             inWindow(fixture.item(u"installationPanel"_s)).top() - inWindow(panel).bottom(), 12.0);
