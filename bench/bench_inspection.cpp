@@ -39,8 +39,8 @@ int writeExecutables(const fs::path &contents)
     };
     for (int i = 0; i < nestedBundles; ++i) {
         const std::string name = "Helper" + std::to_string(i);
-        const fs::path bundle
-            = contents / (i % 2 ? "XPCServices" : "Helpers") / (name + (i % 2 ? ".xpc" : ".app"));
+        const fs::path bundle = i % 2 == 1 ? contents / "XPCServices" / (name + ".xpc")
+                                           : contents / "Helpers" / (name + ".app");
         writeInformation(bundle, "com.example." + QByteArray::fromStdString(name), "run");
         ++files;
         add(bundle / "Contents" / "MacOS" / "run", program(i));

@@ -34,8 +34,8 @@ struct ApplicationNetworkComponent {
 /** The label that the user is shown for @p kind. */
 [[nodiscard]] QString label(ApplicationNetworkComponent::Kind kind);
 
-/** The kind that has this label; nothing for any other text. */
-[[nodiscard]] std::optional<ApplicationNetworkComponent::Kind> kindFromLabel(const QString &label);
+/** The kind that has the label @p text; nothing for any other text. */
+[[nodiscard]] std::optional<ApplicationNetworkComponent::Kind> kindFromLabel(const QString &text);
 
 /**
  * What @p application runs as: the observed @p processes that belong to it, and its inspected

@@ -42,7 +42,7 @@ DesktopMotion::DesktopMotion(const QDBusConnection &bus)
     ask(bus);
 }
 
-void DesktopMotion::ask(QDBusConnection bus)
+void DesktopMotion::ask(const QDBusConnection &bus)
 {
     auto message = QDBusMessage::createMethodCall(service, object, interface, u"ReadAll"_s);
     message << QStringList{common, gnome, kde};

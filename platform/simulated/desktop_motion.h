@@ -29,7 +29,7 @@ private Q_SLOTS:
     void settingChanged(const QString &area, const QString &key, const QDBusVariant &value);
 
 private:
-    void ask(QDBusConnection bus);
+    void ask(const QDBusConnection &bus);
     void settle();
 
     /** By area, a slash and key. */

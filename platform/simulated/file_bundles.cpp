@@ -21,12 +21,12 @@ public:
     {
     }
 
-    std::optional<QString> identifier() const override
+    [[nodiscard]] std::optional<QString> identifier() const override
     {
         return textOf(m_information.value(u"CFBundleIdentifier"_s));
     }
 
-    QVariant informationValue(const QString &key) const override
+    [[nodiscard]] QVariant informationValue(const QString &key) const override
     {
         return m_localized.value(key, m_information.value(key));
     }

@@ -17,7 +17,7 @@ namespace
 {
 
 /** Real icon files have at most a few megabytes. */
-constexpr qint64 fileLimit = 16 * 1024 * 1024;
+constexpr qint64 fileLimit = qint64(16) * 1024 * 1024;
 /** The longest side of an image that is decoded, in pixels. */
 constexpr int sideLimit = 4096;
 

@@ -59,7 +59,7 @@ QStringList FilterConfiguration::vendorList(const QString &key) const
 {
     const QJsonObject vendor = m_object.value(providerKey).toObject().value(vendorKey).toObject();
     QStringList texts;
-    for (const QJsonValue &text : vendor.value(key).toArray()) {
+    for (const auto text : vendor.value(key).toArray()) {
         if (text.isString())
             texts.append(text.toString());
     }

@@ -38,7 +38,7 @@ QVariantList toList(plist_t node)
     for (;;) {
         plist_t item = nullptr;
         plist_array_next_item(node, iterator, &item);
-        if (!item)
+        if (item == nullptr)
             break;
         list.append(toVariant(item));
     }
@@ -55,10 +55,10 @@ QVariantMap toMap(plist_t node)
         char *key = nullptr;
         plist_t value = nullptr;
         plist_dict_next_item(node, iterator, &key, &value);
-        if (key && value)
+        if (key != nullptr && value != nullptr)
             map.insert(QString::fromUtf8(key), toVariant(value));
         std::free(key);
-        if (!value)
+        if (value == nullptr)
             break;
     }
     std::free(iterator);

@@ -51,9 +51,12 @@ public:
     }
 
 private:
-    quint64 byteAt(quint64 position) const { return uchar(m_bytes[qsizetype(position)]); }
+    [[nodiscard]] quint64 byteAt(quint64 position) const
+    {
+        return uchar(m_bytes[qsizetype(position)]);
+    }
 
-    quint64 bigEndian(quint64 position, quint64 size) const
+    [[nodiscard]] quint64 bigEndian(quint64 position, quint64 size) const
     {
         quint64 value = 0;
         for (quint64 i = 0; i < size; ++i)
@@ -62,12 +65,12 @@ private:
     }
 
     /** True if @p count items of @p size bytes from @p start on lie before the offset table. */
-    bool fits(quint64 start, quint64 count, quint64 size) const
+    [[nodiscard]] bool fits(quint64 start, quint64 count, quint64 size) const
     {
         return start <= m_table && count <= (m_table - start) / size;
     }
 
-    std::optional<Object> objectAt(quint64 index) const
+    [[nodiscard]] std::optional<Object> objectAt(quint64 index) const
     {
         if (index >= m_objects)
             return std::nullopt;
@@ -90,7 +93,7 @@ private:
         }
     }
 
-    std::optional<Object> plain(quint64 start, quint64 size) const
+    [[nodiscard]] std::optional<Object> plain(quint64 start, quint64 size) const
     {
         if (!fits(start, size, 1))
             return std::nullopt;
@@ -99,7 +102,7 @@ private:
 
     /** True if a text of @p count UTF-16 units has a zero one; libplist ends the program over a key
      * that does. */
-    bool hasZeroUnit(quint64 start, quint64 count) const
+    [[nodiscard]] bool hasZeroUnit(quint64 start, quint64 count) const
     {
         for (quint64 i = 0; i < count; ++i) {
             if (bigEndian(start + 2 * i, 2) == 0)
@@ -109,7 +112,7 @@ private:
     }
 
     /** An object whose marker carries a count, or says that the count follows as an integer. */
-    std::optional<Object> counted(quint64 type, quint64 position) const
+    [[nodiscard]] std::optional<Object> counted(quint64 type, quint64 position) const
     {
         quint64 start = position + 1;
         quint64 count = byteAt(position) & 0x0F;

@@ -55,6 +55,14 @@ private Q_SLOTS:
                 u"org.atlasnotes.sync / Bundled"_s}));
     }
 
+    void blanksAroundAnObservedTeamMakeItNoOtherIdentity()
+    {
+        const auto helper = sampleProcess(u"org.atlasnotes.helper"_s, u" TEAM\n"_s);
+        QCOMPARE(lines(networkComponents(atlas(), {helper})),
+            QStringList({u"Atlas Notes / Main app"_s, u"org.atlasnotes.helper / Observed"_s,
+                u"org.atlasnotes.sync / Bundled"_s}));
+    }
+
     void anObservedMainProcessReplacesTheInspectedOne()
     {
         auto main = sampleProcess(u"org.atlasnotes.desktop"_s);

@@ -148,6 +148,23 @@ private Q_SLOTS:
         QVERIFY(text(u"trafficNote"_s).startsWith(u"Recorded"_s));
     }
 
+    void codeThatWorksForAListedApplicationIsBlockedAndRecordedWithIt()
+    {
+        configure(true);
+        open();
+        type(u"signingIdentifier"_s, u"curl"_s);
+        type(u"teamIdentifier"_s, u"TEAM"_s);
+        QVERIFY(text(u"verdict"_s).startsWith(u"Allowed"_s));
+        type(u"sourceIdentifier"_s, u"com.example.tool"_s);
+        QCOMPARE(text(u"verdict"_s), u"Blocked by the identity "_s + toolKey);
+        click(u"connect"_s);
+        const auto records = recorded();
+        QCOMPARE(records.size(), 1);
+        QCOMPARE(records[0].signingIdentifier, u"curl"_s);
+        QCOMPARE(records[0].sourceApplicationIdentifier, u"com.example.tool"_s);
+        QCOMPARE(records[0].sourceApplicationTeamIdentifier, u"TEAM"_s);
+    }
+
     void recordsThatCannotBeReadAreBegunAnew()
     {
         {
