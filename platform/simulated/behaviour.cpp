@@ -46,7 +46,7 @@ Approval asApproval(json::Element element)
         return Approval::Ask;
     if (name == u"denied"_s)
         return Approval::Denied;
-    throw json::Error("\"granted\", \"ask\" or \"denied\" wanted");
+    throw json::Error(R"("granted", "ask" or "denied" wanted)");
 }
 
 Operation asOperation(json::Element element)
@@ -58,7 +58,7 @@ Operation asOperation(json::Element element)
         return Operation::Save;
     if (name == u"activate"_s)
         return Operation::Activate;
-    throw json::Error("\"load\", \"save\" or \"activate\" wanted");
+    throw json::Error(R"("load", "save" or "activate" wanted)");
 }
 
 std::chrono::milliseconds asDelay(json::Element element)

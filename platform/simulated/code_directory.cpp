@@ -16,7 +16,7 @@ constexpr std::uint32_t firstVersionWithTeam = 0x20200;
 constexpr std::uint32_t firstVersionWithLongLimit = 0x20300;
 
 // Far longer than any real text; a hostile file could make it as long as itself.
-constexpr qsizetype textLimit = 1024 * 1024;
+constexpr qsizetype textLimit = qsizetype(1024) * 1024;
 
 /** The fields that every code directory begins with. */
 struct Fields {

@@ -41,7 +41,7 @@ Reading<SigningInformation> readSignature(SignatureParts &parts)
     if (std::holds_alternative<Absent>(reading))
         return Absent();
     const auto *directories = std::get_if<std::vector<CodeDirectory>>(&reading);
-    if (!directories)
+    if (directories == nullptr)
         return Damaged();
 
     const auto rank = [](const CodeDirectory &directory) { return hashRank(directory.hashType); };

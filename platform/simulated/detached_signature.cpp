@@ -10,7 +10,7 @@ namespace
 {
 
 // Systems keep far less in an attribute; Linux 64 KiB.
-constexpr ssize_t attributeSizeLimit = 16 * 1024 * 1024;
+constexpr ssize_t attributeSizeLimit = ssize_t(16) * 1024 * 1024;
 
 #ifdef __APPLE__
 constexpr const char *attributePrefix = "com.apple.cs.";

@@ -99,7 +99,7 @@ std::optional<Reading<SigningInformation>> readEmbeddedSignature(const ByteRange
     if (std::holds_alternative<Absent>(bytes))
         return Absent();
     const auto *range = std::get_if<ByteRange>(&bytes);
-    auto signature = range ? EmbeddedSignature::read(*range) : std::nullopt;
+    auto signature = range != nullptr ? EmbeddedSignature::read(*range) : std::nullopt;
     if (!signature)
         return Damaged();
     return readSignature(*signature);
