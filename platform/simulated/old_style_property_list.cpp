@@ -261,7 +261,7 @@ private:
             code = code * base + digit;
             m_rest = m_rest.sliced(1);
         }
-        return QChar(char16_t(code));
+        return {char16_t(code)};
     }
 
     QStringView m_rest;

@@ -27,7 +27,7 @@ std::optional<Reading<SigningInformation>> readOwnSignature(const std::filesyste
 SigningInformation informationOf(const Reading<SigningInformation> &reading)
 {
     const auto *information = std::get_if<SigningInformation>(&reading);
-    return information ? *information : SigningInformation();
+    return information != nullptr ? *information : SigningInformation();
 }
 
 } // namespace

@@ -100,7 +100,7 @@ SingleInstance::Outcome LockedInstance::refuse(const QString &reason) const
 QString LockedInstance::socketAddress() const
 {
     const QString file = u"/"_s + m_name + u".socket"_s;
-    const QString address = textOf(m_folder) + file;
+    QString address = textOf(m_folder) + file;
     if (address.toUtf8().size() <= longestAddress)
         return address;
     return u"/proc/self/fd/"_s + QString::number(m_folderDescriptor) + file;

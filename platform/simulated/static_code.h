@@ -21,10 +21,10 @@ struct BundleCode {
 };
 
 /**
- * The code of the bundle at @p root: its main executable; without one the page that it shows, else
+ * The code of the bundle at @p bundle: its main executable; without one the page that it shows, else
  * its Info.plist, else its only installer script (*.dist). Nothing if it has none of them.
  */
-[[nodiscard]] std::optional<BundleCode> bundleCode(const std::filesystem::path &root);
+[[nodiscard]] std::optional<BundleCode> bundleCode(const std::filesystem::path &bundle);
 
 /** The bundle around @p file, if that is its main executable; else nothing. */
 [[nodiscard]] std::optional<BundleCode> bundleOfMainExecutable(const std::filesystem::path &file);

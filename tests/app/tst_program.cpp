@@ -17,7 +17,7 @@ QString errorLineThatMatches(StartedProgram &started, const QString &pattern)
 {
     const QRegularExpression whole(QRegularExpression::anchoredPattern(pattern));
     for (;;) {
-        const auto line = QString::fromUtf8(started.errorLine());
+        auto line = QString::fromUtf8(started.errorLine());
         if (line.isEmpty() || whole.match(line).hasMatch())
             return line;
     }
