@@ -21,8 +21,8 @@ struct BundleCode {
 };
 
 /**
- * The code of the bundle at @p bundle: its main executable; without one the page that it shows, else
- * its Info.plist, else its only installer script (*.dist). Nothing if it has none of them.
+ * The code of the bundle at @p bundle: its main executable; without one the page that it shows,
+ * else its Info.plist, else its only installer script (*.dist). Nothing if it has none of them.
  */
 [[nodiscard]] std::optional<BundleCode> bundleCode(const std::filesystem::path &bundle);
 
