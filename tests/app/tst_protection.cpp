@@ -224,7 +224,7 @@ private Q_SLOTS:
     {
         Fixture f({tool}, true);
         f.store = std::make_unique<AppBlockStore>(f.system.ports);
-        f.system.filterManager.loadErrors.push_back(
+        f.system.filterManager.loadErrors.emplace_back(
             platform::PlatformError{u"NEFilterErrorDomain"_s, 5, u"permission denied"_s});
         f.store->refreshProtection();
         f.system.scheduler.runBackgroundJob(1);

@@ -1,5 +1,6 @@
 #include "app/app_block_store.h"
 #include "fakes/fake_platform.h"
+#include "updates/sample_updates.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -8,14 +9,6 @@ using namespace Qt::StringLiterals;
 using namespace zorvane;
 using namespace zorvane::tests;
 using app::AppBlockStore;
-
-namespace
-{
-
-const platform::ManifestFetcher::Result newerRelease = platform::ManifestResponse{
-    200, "{\"version\":\"2.0\",\"downloadURL\":\"https://kestrelworks.dev/\"}"};
-
-} // namespace
 
 /** How the store is wired to the check for updates. */
 class TestStoreUpdates : public QObject
@@ -39,7 +32,7 @@ private Q_SLOTS:
         FakePlatform system;
         AppBlockStore store(system.ports);
         system.scheduler.settle();
-        system.manifestFetcher.answers = {newerRelease};
+        system.manifestFetcher.answers = {answerOf(sampleUpdate(u"2.0"_s))};
         store.checkForUpdates(true);
         QCOMPARE(system.manifestFetcher.requests.size(), 1);
         system.scheduler.settle();
@@ -60,7 +53,7 @@ private Q_SLOTS:
     void hearsOfResponsesAndAnnouncesNothingItself()
     {
         FakePlatform system;
-        system.manifestFetcher.answers = {newerRelease};
+        system.manifestFetcher.answers = {answerOf(sampleUpdate(u"2.0"_s))};
         AppBlockStore store(system.ports);
         system.scheduler.settle();
         QVERIFY(store.updateController()->isBannerVisible());

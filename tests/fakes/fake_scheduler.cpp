@@ -40,7 +40,7 @@ public:
     void add(std::function<void()> job) override
     {
         m_jobs->push_back(std::move(job));
-        m_scheduler.m_background.push_back([jobs = m_jobs] { runAll(*jobs); });
+        m_scheduler.m_background.emplace_back([jobs = m_jobs] { runAll(*jobs); });
     }
 
 private:
