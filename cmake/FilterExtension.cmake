@@ -1,8 +1,7 @@
 # zorvane_embed_filter_extension(<path> <identifier>)
 #
-# Installs the system extension at <path> into Zorvane.app, as part of the component "macos". Stops
-# the configuration unless it is one with this identifier: the system would find out only when
-# protection is turned on.
+# Installs the system extension at <path> into Zorvane.app. Stops the configuration unless it is one
+# with this identifier: the system would find out only when protection is turned on.
 find_program(ZORVANE_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH)
 
 function(zorvane_embed_filter_extension path identifier)
@@ -12,7 +11,7 @@ function(zorvane_embed_filter_extension path identifier)
     cmake_path(NORMAL_PATH path)
     string(REGEX REPLACE "/$" "" path "${path}")
     execute_process(
-        COMMAND ${ZORVANE_PYTHON} -B "${CMAKE_SOURCE_DIR}/scripts/lib/macos/bundle.py"
+        COMMAND ${ZORVANE_PYTHON} -B "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../scripts/lib/macos/bundle.py"
             extension "${path}" ${identifier}
         RESULT_VARIABLE result ERROR_VARIABLE problem)
     if(NOT result EQUAL 0)
@@ -20,6 +19,5 @@ function(zorvane_embed_filter_extension path identifier)
     endif()
     install(DIRECTORY "${path}"
         DESTINATION Zorvane.app/Contents/Library/SystemExtensions
-        COMPONENT macos
         USE_SOURCE_PERMISSIONS)
 endfunction()

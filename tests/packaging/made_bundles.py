@@ -46,7 +46,7 @@ class MadeBundles(unittest.TestCase):
         self.information = self.contents / "Info.plist"
         self.agent = self.contents / "Library/LaunchAgents" / AGENT.name
         text = (SOURCE / "packaging/macos/Info.plist.in").read_text()
-        for name, value in {"zorvane_identifier": IDENTIFIER, "PROJECT_VERSION": "1.2.3",
+        for name, value in {"identifier": IDENTIFIER, "PROJECT_VERSION": "1.2.3",
                             "ZORVANE_BUILD": "7", "CMAKE_OSX_DEPLOYMENT_TARGET": "13.0"}.items():
             text = text.replace(f"@{name}@", value)
         write(self.information, text.encode())

@@ -1,12 +1,9 @@
 """What is found wrong with a bundle, and that a good one is let through."""
 
-import os
-import pathlib
 import shutil
-import subprocess
 import unittest
 
-from made_bundles import CODE, ENTITLEMENTS, EXTENSION, SOURCE, MadeBundles
+from made_bundles import CODE, ENTITLEMENTS, EXTENSION, MadeBundles
 from made_bundles import change_list, write, write_list
 
 import bundle
@@ -147,44 +144,6 @@ class Extension(MadeBundles):
         problems = bundle.bundle_problems(self.app, ENTITLEMENTS, False)
         self.assertEqual(len(problems), 1)
         self.assertIn("one system extension is enough", problems[0])
-
-
-class Embedding(MadeBundles):
-    """By the build: -DZORVANE_FILTER_EXTENSION=PATH."""
-
-    def cmake(self, *arguments):
-        return subprocess.run(["cmake", *map(str, arguments)], capture_output=True, text=True,
-                              timeout=60, check=False)
-
-    def configure(self, path):
-        return self.cmake("-S", SOURCE / "tests/packaging/embedding", "-B", self.folder / "build",
-                          f"-DZORVANE_FILTER_EXTENSION={path}")
-
-    def test_the_build_takes_it_into_the_bundle(self):
-        extension = self.make_extension(self.folder)
-        # As a shell completes the name of a folder.
-        configured = self.configure(f"{extension}/")
-        self.assertEqual(configured.returncode, 0, configured.stderr)
-        self.cmake("--install", self.folder / "build", "--component", "macos",
-                   "--prefix", self.folder)
-        program = (self.contents / "Library/SystemExtensions" / extension.name
-                   / "Contents/MacOS/Filter")
-        self.assertTrue(os.access(program, os.X_OK))
-        self.assertEqual(bundle.bundle_problems(self.app, ENTITLEMENTS, False), [])
-
-    def test_the_build_stops_at_another_extension(self):
-        extension = self.make_extension(self.folder)
-        change_list(extension / "Contents/Info.plist", CFBundleIdentifier="com.example.Filter")
-        configured = self.configure(extension)
-        self.assertNotEqual(configured.returncode, 0)
-        self.assertIn("ZORVANE_FILTER_EXTENSION cannot be embedded", configured.stderr)
-        self.assertIn("'com.example.Filter', not 'dev.kestrelworks.Zorvane.FilterExtension'",
-                      " ".join(configured.stderr.split()))
-
-    def test_the_build_stops_where_there_is_none(self):
-        configured = self.configure(pathlib.Path("/nowhere/x.systemextension"))
-        self.assertNotEqual(configured.returncode, 0)
-        self.assertIn("there is no such folder", " ".join(configured.stderr.split()))
 
 
 if __name__ == "__main__":

@@ -1,23 +1,39 @@
 """The packaging of the macOS bundle where there is no Mac: what a dry run prints, and refuses."""
 
+import functools
 import os
 import pathlib
+import shlex
 import shutil
 import subprocess
+import tempfile
 import unittest
 
-from made_bundles import SOURCE, MadeBundles
+from made_bundles import SOURCE, MadeBundles, change_list
 
 BUILD = os.environ["ZORVANE_BUILD"]
+OTOOL = shutil.which("otool") or shutil.which("llvm-otool-14")
+
+
+@functools.lru_cache(maxsize=None)
+def package(folder, arguments, wishes):
+    """One run of the script, with what is wished for in its environment."""
+    environment = {name: value for name, value in os.environ.items()
+                   if not name.startswith("ZORVANE_")} | dict(wishes)
+    return subprocess.run([SOURCE / "scripts/package-macos", "--into", folder, *arguments],
+                          capture_output=True, text=True, timeout=100, check=False,
+                          env=environment)
 
 
 class Package(MadeBundles):
+    @classmethod
+    def setUpClass(cls):
+        folder = tempfile.mkdtemp()
+        cls.addClassCleanup(shutil.rmtree, folder)
+        cls.result = pathlib.Path(folder).resolve()
+
     def package(self, *arguments, **wishes):
-        environment = {name: value for name, value in os.environ.items()
-                       if not name.startswith("ZORVANE_")} | wishes
-        return subprocess.run(
-            [SOURCE / "scripts/package-macos", "--into", self.folder / "package", *arguments],
-            capture_output=True, text=True, timeout=100, check=False, env=environment)
+        return package(self.result, arguments, tuple(wishes.items()))
 
     def dry_run(self, **wishes):
         done = self.package("--dry-run", "--built", BUILD, **wishes)
@@ -29,7 +45,7 @@ class Package(MadeBundles):
         """What would be run, without the folder's name."""
         done = self.dry_run(**wishes)
         self.assertEqual(done.returncode, 0, done.stderr)
-        return [line.strip().replace(f"{self.folder}/package/", "")
+        return [shlex.join(shlex.split(line)).replace(f"{self.result}/", "")
                 for line in done.stdout.splitlines() if line.startswith("    ")]
 
     def signed_commands(self):
@@ -68,7 +84,7 @@ class Package(MadeBundles):
 
     def test_the_image_shows_the_applications_folder_beside_the_program(self):
         self.commands()
-        stage = self.folder / "package/stage"
+        stage = self.result / "stage"
         self.assertEqual(sorted(os.listdir(stage)), ["Applications", "Zorvane.app"])
         self.assertEqual(os.readlink(stage / "Applications"), "/Applications")
 
@@ -90,10 +106,52 @@ class Package(MadeBundles):
                 self.assertEqual(done.returncode, 1)
                 self.assertIn(f"set {text}", done.stderr)
 
-    def test_a_build_that_is_not_there_is_told(self):
-        done = self.package("--dry-run", "--built", self.folder / "nowhere")
+    def test_the_filter_extension_is_embedded_and_signed_before_what_contains_it(self):
+        # With a slash at the end, as a shell completes the name of a folder.
+        extension = self.make_extension(self.folder)
+        commands = self.commands(ZORVANE_FILTER_EXTENSION=f"{extension}/")
+        embedded = f"stage/Zorvane.app/Contents/Library/SystemExtensions/{extension.name}"
+        program = self.result / embedded / "Contents/MacOS/Filter"
+        self.assertTrue(os.access(program, os.X_OK))
+        signed = [line for line in commands if line.startswith("codesign --force")]
+        self.assertEqual(signed[0], "codesign --force --sign - "
+                         f"--preserve-metadata=identifier,entitlements {embedded}")
+        self.assertTrue(signed[-1].endswith(" stage/Zorvane.app"))
+
+    def assert_refused(self, extension, reason):
+        done = self.dry_run(ZORVANE_FILTER_EXTENSION=str(extension))
         self.assertEqual(done.returncode, 1)
-        self.assertIn("The bundle could not be assembled.", done.stderr)
+        # CMake breaks lines as it likes.
+        told = " ".join(done.stderr.split())
+        self.assertIn("ZORVANE_FILTER_EXTENSION cannot be embedded", told)
+        self.assertIn(reason, told)
+        self.assertIn("The build could not be configured.", told)
+
+    def test_another_extension_is_refused(self):
+        extension = self.make_extension(self.folder)
+        change_list(extension / "Contents/Info.plist", CFBundleIdentifier="com.example.Filter")
+        self.assert_refused(
+            extension, "'com.example.Filter', not 'dev.kestrelworks.Zorvane.FilterExtension'")
+
+    def test_an_extension_that_is_not_there_is_refused(self):
+        self.assert_refused(self.folder / "x.systemextension", "there is no such folder")
+
+    def test_qt_is_deployed_for_the_agent_and_for_our_qml_too(self):
+        folder = f"{self.result}/stage/Zorvane.app"
+        self.assertIn(f"{folder} -always-overwrite -qmldir={SOURCE}/ui "
+                      f"-executable={folder}/Contents/MacOS/zorvane-update-agent",
+                      self.dry_run().stdout)
+
+    def test_both_programs_look_for_libraries_in_the_bundle(self):
+        self.dry_run()
+        for name in ("Zorvane", "zorvane-update-agent"):
+            program = self.result / "stage/Zorvane.app/Contents/MacOS" / name
+            self.assertIn(b"@executable_path/../Frameworks", program.read_bytes())
+
+    def test_a_build_that_is_not_there_is_told(self):
+        done = self.package("--dry-run", "--built", "/nowhere")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("nowhere", done.stderr)
 
     def test_arguments_that_make_no_sense_are_told(self):
         for arguments in (["--sign"], ["--into"], ["--built", BUILD]):
@@ -108,16 +166,18 @@ class Package(MadeBundles):
         self.assertEqual(done.returncode, 1)
         self.assertIn("A package is made on a Mac.", done.stderr)
 
-    @unittest.skipUnless(shutil.which("llvm-otool-14") or shutil.which("otool"), "no otool")
+    @unittest.skipUnless(OTOOL, "no otool")
     def test_libraries_that_other_macs_do_not_have_are_found(self):
+        linked = self.folder / "linked"
+        if subprocess.run([SOURCE / "tests/linked_code/link", linked], timeout=60,
+                          stdout=subprocess.DEVNULL, check=False).returncode == 77:
+            self.skipTest("nothing to link with")
         source = SOURCE / "scripts/lib/macos/assemble.sh"
-        tool = pathlib.Path(shutil.which("otool") or shutil.which("llvm-otool-14"))
-        self.commands()
-        stand_ins = self.folder / "package/stand-ins"
-        library = stand_ins / "library.dylib"
         done = subprocess.run(
-            ["bash", "-c", f". {source}; foreign_libraries {library}"], capture_output=True,
-            text=True, timeout=20, check=False, env=os.environ | {"OTOOL": str(tool)})
+            ["bash", "-c", f". {source}; foreign_libraries {linked}/library.dylib"],
+            capture_output=True, text=True, timeout=20, check=False,
+            env=os.environ | {"OTOOL": OTOOL})
+        # Its own name is no path that a bundle could have.
         self.assertEqual(done.stdout.strip(), "library.dylib")
 
 

@@ -35,37 +35,55 @@ check_sources() {
 }
 
 build_programs() {
-    [[ -z $build ]] || return 0
     step "Build"
-    build=$work/build
-    # The bundle's files can be made everywhere; the programs are built for the system that runs.
-    local target=all
-    [[ -z $dry_run ]] || target=zorvane_macos_files
-    look "The build could not be configured." cmake -S . -B "$build" -G Ninja \
-        --log-level=WARNING -DCMAKE_BUILD_TYPE=Release -DZORVANE_BUILD_TESTS=OFF \
-        -DZORVANE_FILTER_EXTENSION="$extension"
-    look "The build failed." cmake --build "$build" --target "$target"
+    if [[ -n $dry_run ]]; then
+        build_stand_ins
+    else
+        built=$work/build
+        configure "$built" . -DCMAKE_BUILD_TYPE=Release -DZORVANE_BUILD_TESTS=OFF
+        look "The build failed." cmake --build "$built"
+    fi
 }
 
-# Programs of the same kind as the real ones, which do nothing. Ends with 77 where there is nothing
-# to link them with.
-add_stand_ins() {
-    local status=0
-    tests/linked_code/link "$work/stand-ins" || status=$?
-    ((status != 77)) || exit 77
-    ((status == 0)) || fail "The stand-ins for the programs could not be linked."
-    mkdir -p "$app/Contents/MacOS"
-    cp "$work/stand-ins/tool" "$app/Contents/MacOS/Zorvane"
-    cp "$work/stand-ins/tool" "$app/Contents/MacOS/zorvane-update-agent"
-    note "stand-ins for the programs; Qt's part is left out"
+# configure BUILD SOURCES OPTION...
+configure() {
+    look "The build could not be configured." cmake -S "$2" -B "$1" -G Ninja \
+        --log-level=WARNING -DZORVANE_FILTER_EXTENSION="$extension" "${@:3}"
+}
+
+# A bundle by the same rules, with programs that do nothing. Ends with 77 where there is nothing to
+# link them with.
+build_stand_ins() {
+    local make_icon=$build/tools/icon_family/zorvane-make-icon toolchain=()
+    if [[ -z $build ]]; then
+        make_icon=$work/build/tools/icon_family/zorvane-make-icon
+        configure "$work/build" . -DCMAKE_BUILD_TYPE=Release -DZORVANE_BUILD_TESTS=OFF
+        look "The build failed." cmake --build "$work/build" --target zorvane-make-icon
+    fi
+    if [[ $(uname) != Darwin ]]; then
+        find_linker
+        toolchain=(--toolchain "$PWD/tests/packaging/stand_ins/toolchain.cmake")
+    fi
+    built=$work/stand-ins
+    configure "$built" tests/packaging/stand_ins ${toolchain[@]+"${toolchain[@]}"} \
+        -DZORVANE_MAKE_ICON="$(cd "$(dirname "$make_icon")" && pwd)/zorvane-make-icon"
+    look "The stand-ins for the programs could not be built." cmake --build "$built"
+    note "programs that do nothing stand in; Qt's part is left out"
+}
+
+find_linker() {
+    local tool
+    for tool in clang++ lld; do
+        command -v "$tool" >/dev/null && continue
+        echo "SKIPPED: $tool is not installed; programs for macOS cannot be linked."
+        exit 77
+    done
 }
 
 assemble_bundle() {
     step "Assemble $app"
     rm -rf "$stage"
-    look "The bundle could not be assembled." cmake --install "$build" --component macos \
-        --prefix "$stage"
-    [[ -z $dry_run ]] || add_stand_ins
+    look "The bundle could not be assembled." cmake --install "$built" --prefix "$stage"
 }
 
 check_bundle() {
