@@ -1,5 +1,6 @@
-"""Bundles for macOS, made of a few bytes in a folder of their own."""
+"""Bundles for macOS, made of a few bytes in a folder of their own, and what signs them."""
 
+import datetime
 import pathlib
 import plistlib
 import shutil
@@ -32,6 +33,21 @@ def change_list(path, **changes):
     content = plistlib.loads(path.read_bytes())
     content.update(changes)
     write_list(path, {key: value for key, value in content.items() if value is not None})
+
+
+def write_profile(path, filters=("content-filter-provider-systemextension",), days=30, **more):
+    """The property list of a provisioning profile for so many days; more is granted by name."""
+    expires = datetime.datetime.now().replace(microsecond=0) + datetime.timedelta(days)
+    granted = {
+        "com.apple.application-identifier": f"ABCDE12345.{IDENTIFIER}",
+        "com.apple.developer.networking.networkextension": [
+            "packet-tunnel-provider-systemextension", *filters],
+        "com.apple.developer.system-extension.install": True,
+        "com.apple.developer.team-identifier": "ABCDE12345",
+        "com.apple.security.application-groups": [f"group.{IDENTIFIER}", "ABCDE12345.*"],
+    }
+    write_list(path, {"TeamIdentifier": ["ABCDE12345"], "ExpirationDate": expires,
+                      "Entitlements": granted | more})
 
 
 class MadeBundles(unittest.TestCase):

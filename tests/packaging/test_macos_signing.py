@@ -1,9 +1,9 @@
 """In which order a bundle is signed, and with what."""
 
-import datetime
 import unittest
 
-from made_bundles import CODE, ENTITLEMENTS, IDENTIFIER, MadeBundles, write, write_list
+from made_bundles import CODE, ENTITLEMENTS, IDENTIFIER, MadeBundles
+from made_bundles import write, write_list, write_profile
 
 import bundle
 import signing
@@ -56,26 +56,13 @@ class Profile(MadeBundles):
         self.profile = self.folder / "profile.plist"
         self.signed = self.folder / "signed.entitlements"
 
-    def write_profile(self, filters=("content-filter-provider-systemextension",), days=30, **more):
-        granted = {
-            signing.IDENTIFIER: f"ABCDE12345.{IDENTIFIER}",
-            signing.TEAM: "ABCDE12345",
-            bundle.NETWORK_EXTENSION: ["packet-tunnel-provider-systemextension", *filters],
-            bundle.INSTALLS_EXTENSIONS: True,
-            bundle.GROUPS: [f"group.{IDENTIFIER}", "ABCDE12345.*"],
-        }
-        granted.update(more)
-        expires = datetime.datetime.now().replace(microsecond=0) + datetime.timedelta(days)
-        write_list(self.profile, {"TeamIdentifier": ["ABCDE12345"], "ExpirationDate": expires,
-                                  "Entitlements": granted})
-
     def problems(self):
         entitlements = signing.signed_entitlements(ENTITLEMENTS, self.profile, IDENTIFIER)
         write_list(self.signed, entitlements)
         return signing.profile_problems(self.signed, self.profile)
 
     def test_the_team_of_the_profile_signs(self):
-        self.write_profile()
+        write_profile(self.profile)
         entitlements = signing.signed_entitlements(ENTITLEMENTS, self.profile, IDENTIFIER)
         self.assertEqual(entitlements[signing.IDENTIFIER], f"ABCDE12345.{IDENTIFIER}")
         self.assertEqual(entitlements[signing.TEAM], "ABCDE12345")
@@ -84,30 +71,30 @@ class Profile(MadeBundles):
         self.assertEqual(self.problems(), [])
 
     def test_a_profile_for_development_has_its_own_name_for_the_filter(self):
-        self.write_profile(filters=["content-filter-provider"])
+        write_profile(self.profile, filters=["content-filter-provider"])
         entitlements = signing.signed_entitlements(ENTITLEMENTS, self.profile, IDENTIFIER)
         self.assertEqual(entitlements[bundle.NETWORK_EXTENSION], ["content-filter-provider"])
         self.assertEqual(self.problems(), [])
 
     def test_a_profile_that_grants_less_is_a_problem(self):
-        self.write_profile(**{bundle.GROUPS: ["group.com.example"]})
+        write_profile(self.profile, **{bundle.GROUPS: ["group.com.example"]})
         self.assertEqual(len(self.problems()), 1)
         self.assertIn("application-groups", self.problems()[0])
 
     def test_a_profile_without_a_filter_is_a_problem(self):
-        self.write_profile(filters=[])
+        write_profile(self.profile, filters=[])
         self.assertIn("networkextension", self.problems()[0])
 
     def test_a_profile_of_another_program_is_a_problem(self):
-        self.write_profile(**{signing.IDENTIFIER: "ABCDE12345.com.example"})
+        write_profile(self.profile, **{signing.IDENTIFIER: "ABCDE12345.com.example"})
         self.assertIn("application-identifier", self.problems()[0])
 
     def test_a_profile_for_all_programs_of_the_team_will_do(self):
-        self.write_profile(**{signing.IDENTIFIER: "ABCDE12345.*"})
+        write_profile(self.profile, **{signing.IDENTIFIER: "ABCDE12345.*"})
         self.assertEqual(self.problems(), [])
 
     def test_a_profile_that_has_run_out_is_a_problem(self):
-        self.write_profile(days=-1)
+        write_profile(self.profile, days=-1)
         self.assertIn("has run out", self.problems()[0])
 
     def test_a_profile_without_a_team_is_refused(self):
