@@ -1,8 +1,9 @@
 # LLVM as a compiler for macOS, for programs that use nothing of the system: no SDK is needed.
+include(${CMAKE_CURRENT_LIST_DIR}/../../../cmake/MacOS.cmake)
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_PROCESSOR arm64)
 set(CMAKE_CXX_COMPILER clang++)
-set(CMAKE_CXX_COMPILER_TARGET arm64-apple-macos13)
+set(CMAKE_CXX_COMPILER_TARGET arm64-apple-macos${CMAKE_OSX_DEPLOYMENT_TARGET})
 # It cannot link what CMake would try it with.
 set(CMAKE_CXX_COMPILER_WORKS TRUE)
 set(CMAKE_CXX_FLAGS_INIT -stdlib=libc++)
