@@ -75,6 +75,7 @@ class Release(MadeBundles):
                 ("cmake -S", "The build could not be configured."),
                 ("cmake --build", "The build failed."),
                 ("cmake --install", "The bundle could not be assembled."),
+                ("otool", "otool cannot read it."),
                 ("security", "not a provisioning profile."),
                 ("codesign --force", "could not be signed."),
                 ("codesign --verify", "The signatures do not hold."),

@@ -1,17 +1,14 @@
 # Sourced. From the sources to a bundle that is whole, but not signed.
 
 check_tools() {
+    [[ -z $dry_run ]] || return 0
     step "Tools"
+    [[ $(uname) == Darwin ]] || fail "A package is made on a Mac. Elsewhere: --dry-run."
     local tool missing=()
-    for tool in cmake ninja /usr/bin/python3; do
+    for tool in cmake ninja /usr/bin/python3 \
+        codesign ditto hdiutil osascript otool security spctl xcrun; do
         command -v "$tool" >/dev/null || missing+=("$tool")
     done
-    if [[ -z $dry_run ]]; then
-        [[ $(uname) == Darwin ]] || fail "A package is made on a Mac. Elsewhere: --dry-run."
-        for tool in codesign ditto hdiutil osascript otool security spctl xcrun; do
-            command -v "$tool" >/dev/null || missing+=("$tool")
-        done
-    fi
     ((!${#missing[@]})) || fail "Please install: ${missing[*]} (Xcode's command line tools, CMake, Ninja)."
 }
 
@@ -56,6 +53,7 @@ configure() {
 build_stand_ins() {
     local make_icon=$build/tools/icon_family/zorvane-make-icon toolchain=()
     if [[ -z $build ]]; then
+        look "Packages are missing." install_packages run test
         make_icon=$work/build/tools/icon_family/zorvane-make-icon
         configure "$work/build" . -DCMAKE_BUILD_TYPE=Release -DZORVANE_BUILD_TESTS=OFF
         look "The build failed." cmake --build "$work/build" --target zorvane-make-icon
@@ -99,16 +97,16 @@ check_bundle() {
 
 # Each library is in the bundle or part of the system: other Macs have no others.
 check_libraries() {
-    local file foreign found=
+    local file files needed foreign=
+    files=$(python signing code "$app") || fail "The bundle's code could not be listed."
     while IFS= read -r file; do
-        [[ -f $file ]] || continue
-        foreign=$(foreign_libraries "$file")
-        [[ -z $foreign ]] || found+="$file needs $foreign"$'\n'
-    done < <(find "$app" -type f \( -perm -u+x -o -name '*.dylib' \))
-    [[ -z $found ]] || fail "Libraries that other Macs do not have:"$'\n'"$found"
+        needed=$(foreign_libraries "$file") || fail "$file: otool cannot read it."
+        [[ -z $needed ]] || foreign+="$file needs $needed"$'\n'
+    done <<<"$files"
+    [[ -z $foreign ]] || fail "Libraries that other Macs do not have:"$'\n'"$foreign"
 }
 
 foreign_libraries() {
-    "${OTOOL:-otool}" -L "$1" 2>/dev/null | awk '
+    "${OTOOL:-otool}" -L "$1" | awk '
         /^\t/ && $1 !~ /^(@rpath|@executable_path|@loader_path|\/System|\/usr\/lib)\// { print $1 }'
 }

@@ -1,5 +1,6 @@
 """What a signer has to know of a bundle for macOS. Needs no Mac.
 
+signing.py code APP                 prints the files in the bundle that are code
 signing.py order APP                prints what is signed, what lies inside first; APP comes last
 signing.py entitlements BASE PROFILE IDENTIFIER
                                     prints the entitlements BASE as the holder of the provisioning
@@ -46,16 +47,25 @@ def main_code(bundle):
     return bundle / "Contents/MacOS" / property_list(information).get("CFBundleExecutable", "")
 
 
+def code_files(app):
+    """Every library and program in the bundle, each once."""
+    return [path for folder, _, names in os.walk(app)
+            for path in (pathlib.Path(folder, name) for name in names) if is_code(path)]
+
+
+def bundles_in(app):
+    """The bundle and every one in it, each once."""
+    inside = [pathlib.Path(folder, name) for folder, names, _ in os.walk(app) for name in names]
+    return [app] + [path for path in inside
+                    if path.suffix in BUNDLES and not path.is_symlink()]
+
+
 def signing_order(app):
     """Every piece of code in the bundle, files and bundles; what contains another comes after."""
     app = pathlib.Path(app).resolve()
-    bundles, files = [app], []
-    for folder, names, file_names in os.walk(app):
-        inside = [pathlib.Path(folder, name) for name in names]
-        bundles += [path for path in inside if path.suffix in BUNDLES and not path.is_symlink()]
-        files += filter(is_code, (pathlib.Path(folder, name) for name in file_names))
+    bundles = bundles_in(app)
     with_bundle = {main_code(bundle) for bundle in bundles}
-    order = [path for path in files if path not in with_bundle] + bundles
+    order = [path for path in code_files(app) if path not in with_bundle] + bundles
     return sorted(order, key=lambda path: (-len(path.parts), path))
 
 
@@ -103,6 +113,9 @@ def profile_problems(entitlements, profile):
 def run(arguments):
     """Does what the command line asks for; a problem a line."""
     command, *rest = arguments or [""]
+    if command == "code" and len(rest) == 1:
+        print(*code_files(rest[0]), sep="\n")
+        return []
     if command == "order" and len(rest) == 1:
         print(*signing_order(rest[0]), sep="\n")
         return []
