@@ -1,0 +1,11 @@
+#include "ui/desktop/conventions.h"
+
+namespace zorvane::ui
+{
+
+DesktopConventions desktopConventions()
+{
+    return {};
+}
+
+} // namespace zorvane::ui
