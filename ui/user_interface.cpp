@@ -59,7 +59,12 @@ UserInterface::UserInterface(
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &UserInterface::followState);
 }
 
-UserInterface::~UserInterface() = default;
+UserInterface::~UserInterface()
+{
+    // It hides when the engine destroys it, and the other windows are gone before that.
+    if (const auto *const main = window())
+        main->disconnect(this);
+}
 
 void UserInterface::load()
 {

@@ -64,6 +64,8 @@ public:
             QGuiApplication::setPalette(palette);
             m_suffix = dark ? u"-dark.png"_s : u"-light.png"_s;
             drawStates();
+            // Alone, because the keys of one program's commands work in all of its windows.
+            drawOtherWindows();
         }
     }
 
@@ -135,7 +137,6 @@ void Gallery::drawExceptions()
     WindowFixture failed(samples());
     failed.fail(u"Restart your Mac to finish installing the extension."_s);
     save(failed, u"08-failed"_s);
-    drawOtherWindows();
 }
 
 void Gallery::drawOtherWindows()

@@ -160,10 +160,14 @@ inline Measure duration(const Find &find, const QString &property, int expected)
         [=](const WindowFixture &window) -> QVariant {
             const auto *const item = find(window);
             const auto children = item == nullptr ? QObjectList() : item->children();
-            for (const auto *const child : children) {
+            for (auto *const child : children) {
                 const auto target = child->property("targetProperty").value<QQmlProperty>();
-                if (target.name() == property)
-                    return child->property("animation").value<QObject *>()->property("duration");
+                if (target.name() != property)
+                    continue;
+                // It is made at the first change otherwise.
+                qmlExecuteDeferred(child);
+                const auto *const animation = child->property("animation").value<QObject *>();
+                return animation == nullptr ? QVariant() : animation->property("duration");
             }
             return {};
         },

@@ -82,6 +82,7 @@ private Q_SLOTS:
         const auto before = fixture.platform.manifestFetcher.requests.size();
         fixture.openByMouse();
         fixture.click(fixture.command(u"Check for Updates\u2026"_s));
+        fixture.platform.scheduler.runPosted();
         QCOMPARE(fixture.platform.manifestFetcher.requests.size(), before + 1);
         fixture.settle();
         QVERIFY(fixture.store->updateController()->message().has_value());
@@ -92,6 +93,7 @@ private Q_SLOTS:
     {
         Fixture fixture;
         fixture.store->checkForUpdates(true);
+        fixture.platform.scheduler.runPosted();
         const auto before = fixture.platform.manifestFetcher.requests.size();
         fixture.openByMouse();
         auto *const command = fixture.command(u"Check for Updates\u2026"_s);

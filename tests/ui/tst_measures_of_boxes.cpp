@@ -41,8 +41,8 @@ const auto sheet = childOf(named(u"onboarding"_s), 1);
 
 const Measures guide = box(u"sheet"_s, sheet, 540, 404) + box(u"square"_s, square, 100, 100)
     + box(u"symbol"_s, childOf(square, 0), 60, 60)
-    + font(u"title"_s, text(u"Move to Applications"_s), 22, QFont::Bold)
-    + font(u"message"_s, message, 13, QFont::Normal) + box(u"mark"_s, mark(1), 22, 7)
+    + font(u"title"_s, text(u"Drop In an App"_s), 22, QFont::Bold)
+    + font(u"message"_s, message, 13, QFont::Normal) + box(u"mark"_s, mark(3), 22, 7)
     + box(u"other mark"_s, mark(0), 7, 7) + box(u"other mark"_s, mark(4), 7, 7)
     + Measures{
         of(u"sheet"_s, sheet, "radius", 14.0),
@@ -52,12 +52,12 @@ const Measures guide = box(u"sheet"_s, sheet, 540, 404) + box(u"square"_s, squar
         of(u"symbol"_s, childOf(square, 0), "stroke", 1.85),
         of(u"message"_s, message, "color", secondary),
         of(u"message"_s, message, "width", 420.0),
-        of(u"mark"_s, mark(1), "radius", 3.5),
-        of(u"mark"_s, mark(1), "color", blue),
+        of(u"mark"_s, mark(3), "radius", 3.5),
+        of(u"mark"_s, mark(3), "color", blue),
         of(u"other mark"_s, mark(0), "color", faded(secondary, 0.25 * 0.60)),
         duration(parentOf(square), u"opacity"_s, 180),
         duration(parentOf(square), u"scale"_s, 180),
-        duration(mark(1), u"width"_s, 180),
+        duration(mark(3), u"width"_s, 180),
         of(u"Back"_s, button(u"Back"_s), "enabled", true),
     };
 
@@ -134,7 +134,7 @@ private Q_SLOTS:
         QTest::addColumn<Make>("make");
         QTest::addColumn<Measures>("measures");
         QTest::newRow("main window") << Make(states::empty) << mainWindow;
-        QTest::newRow("guide") << Make([] { return states::guide(1); }) << guide;
+        QTest::newRow("guide") << Make([] { return states::guide(3); }) << guide;
         QTest::newRow("guide, first page")
             << Make([] { return states::guide(0); })
             << Measures{of(u"Back"_s, button(u"Back"_s), "enabled", false)};

@@ -54,12 +54,18 @@ Window empty()
 
 Window listed()
 {
-    auto window = made({{u"Atlas"_s, u"org.example.atlas"_s, u"TEAM123456"_s, std::nullopt},
-        {u"Quill"_s, u"org.example.quill"_s, u"TEAM123456"_s, std::nullopt}});
+    auto window = made({{u"Atlas"_s, u"org.example.atlas"_s, u"TEAM123456"_s, std::nullopt}});
+    records::BlockedApplication quill;
+    quill.id = QUuid::createUuid();
+    quill.name = u"Quill"_s;
+    quill.bundleIdentifier = quill.signingIdentifier = u"org.example.quill"_s;
+    quill.inspectionVersion = records::currentInspectionVersion;
+    quill.path = u"/Applications/Quill.app"_s;
+    quill.auxiliaryCodeIdentities = {{u"org.example.quill.courier"_s, u"TEAM123456"_s}};
+    window->store->add(quill);
+    window->settle();
     auto &platform = window->platform;
-    observe(platform,
-        {observedProcess(platform, u"Quill"_s, u"org.example.quill.sync"_s),
-            observedProcess(platform, u"Quill"_s, u"Quill Updater"_s, std::nullopt)});
+    observe(platform, {observedProcess(platform, u"Quill"_s, u"Quill Updater"_s, std::nullopt)});
     const auto disclosures
         = window->items([](const QQuickItem *item) { return item->objectName() == u"disclosure"; });
     window->click(disclosures.last());
@@ -163,14 +169,14 @@ Window guide(int page)
     waitForBox(window, u"onboarding"_s);
     for (int at = 0; at < page; ++at)
         window->click(window->button(u"Continue"_s));
+    const auto named = [&](const QString &name) {
+        return window->items([&](const QQuickItem *item) { return item->objectName() == name; });
+    };
     waitFor(
         [&] {
-            return window
-                       ->items([](const QQuickItem *item) {
-                           return item->objectName() == u"onboardingMessage";
-                       })
-                       .size()
-                == 1;
+            const auto messages = named(u"onboardingMessage"_s);
+            return messages.size() == 1 && messages.first()->parentItem()->scale() >= 1
+                && named(u"pageMark"_s).value(page)->width() >= 22;
         },
         "the page");
     return window;

@@ -18,7 +18,7 @@ Window {
     maximumHeight: height
 
     Shortcut {
-        sequences: [StandardKey.Close, StandardKey.Cancel]
+        sequences: [StandardKey.Close, StandardKey.Cancel] // qmllint disable unqualified
         onActivated: root.close()
     }
 

@@ -18,7 +18,7 @@ Window {
     maximumHeight: height
 
     Shortcut {
-        sequences: [StandardKey.Close]
+        sequences: [StandardKey.Close] // qmllint disable unqualified
         onActivated: root.close()
     }
 

@@ -8,6 +8,24 @@ Column {
 
     required property UpdateController updates
     readonly property bool hasUpdate: updates.availableUpdate !== undefined
+    /* Of the newer release. One that is taken back is told of until its line is gone. */
+    property string version
+
+    function takeUp(): void {
+        const update = root.updates.availableUpdate;
+        if (update !== undefined)
+            root.version = update.version;
+    }
+
+    Component.onCompleted: takeUp()
+
+    Connections {
+        function onChanged(): void {
+            root.takeUp();
+        }
+
+        target: root.updates
+    }
 
     LabelledValue {
         objectName: "currentVersion"
@@ -30,21 +48,10 @@ Column {
             width: root.width
 
             LabelledValue {
-                id: available
-
                 objectName: "availableVersion"
                 width: parent.width
                 name: "Available version"
-                value: ""
-
-                // A release that is taken back is told of until its line is gone.
-                Binding {
-                    target: available
-                    property: "value"
-                    when: root.hasUpdate
-                    value: root.updates.availableUpdate.version
-                    restoreMode: Binding.RestoreNone
-                }
+                value: root.version
             }
 
             Separator {

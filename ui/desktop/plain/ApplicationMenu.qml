@@ -60,7 +60,7 @@ Rectangle {
     StandardShortcut {
         id: settingsKeys
 
-        command: StandardKey.Preferences
+        command: StandardKey.Preferences // qmllint disable unqualified
         otherwise: "Ctrl+,"
         onActivated: root.settingsRequested()
     }
@@ -68,7 +68,7 @@ Rectangle {
     StandardShortcut {
         id: quitKeys
 
-        command: StandardKey.Quit
+        command: StandardKey.Quit // qmllint disable unqualified
         otherwise: "Ctrl+Q"
         onActivated: root.quitRequested()
     }
