@@ -3,7 +3,7 @@
 #include "app/app_block_store.h"
 #include "platform/platform.h"
 #include "ui/blocked_apps_model.h"
-#include "ui/desktop/conventions.h"
+#include "ui/desktop_conventions.h"
 #include "ui/onboarding.h"
 #include "ui/other_windows.h"
 #include "ui/system_commands.h"

@@ -1,6 +1,7 @@
 #include "ui/window_fixture.h"
 
 #include <QGuiApplication>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 
@@ -150,6 +151,19 @@ private Q_SLOTS:
         announce(Qt::ApplicationActive);
         fixture.settle();
         QCOMPARE(fixture.platform.filterManager.loads, loads + 1);
+    }
+
+    void aWindowThatClosesWithAToolTipWarnsOfNothing()
+    {
+        QTest::failOnWarning(QRegularExpression(u"TypeError"_s));
+        const WindowFixture fixture;
+        const auto *const help = fixture.button(u"Show getting started"_s);
+        const auto centre = help->mapToScene(QPointF(14, 14)).toPoint();
+        QTest::mouseMove(fixture.window(), centre);
+        QTRY_VERIFY(fixture.item(u"toolTip"_s) != nullptr);
+        fixture.window()->close();
+        QTest::mouseMove(fixture.window(), centre + QPoint(100, 0));
+        QTest::mouseMove(fixture.window(), centre);
     }
 
     void openingTheSettingsDoesNotRefresh()

@@ -1,4 +1,4 @@
-#include "ui/desktop/conventions.h"
+#include "ui/desktop_conventions.h"
 
 namespace zorvane::ui
 {
