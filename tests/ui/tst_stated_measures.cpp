@@ -118,7 +118,7 @@ const Measures addingZone{
     of(u"line"_s, named(u"dropZoneLine"_s), "color", secondary),
 };
 
-const auto row = parentOf(parentOf(named(u"rowIcon"_s)));
+const auto row = parentOf(named(u"rowIcon"_s));
 const auto badge = named(u"blockedBadge"_s);
 
 const Measures list = box(u"icon"_s, named(u"rowIcon"_s), 38, 38)

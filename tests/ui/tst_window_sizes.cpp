@@ -70,9 +70,9 @@ private Q_SLOTS:
         WindowFixture fixture({atlas});
         const auto places = [&] {
             QList<QRectF> result;
-            for (const auto *const name :
-                {u"rowName", u"blockedBadge", u"disclosure", u"dropZone", u"countBadge"})
-                result << inWindow(fixture.item(QString(name)));
+            for (const auto &name :
+                {u"rowName"_s, u"blockedBadge"_s, u"disclosure"_s, u"dropZone"_s, u"countBadge"_s})
+                result << inWindow(fixture.item(name));
             return result << inWindow(fixture.button(u"Remove from list"_s));
         };
         const auto before = places();

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Qt.labs.platform as Native
 import Zorvane.Ui
@@ -10,6 +11,7 @@ Item {
     id: root
 
     required property UpdateController updates
+    property QtObject bar: null
 
     signal aboutRequested
     signal updateCheckRequested
@@ -17,35 +19,42 @@ Item {
     signal quitRequested
     signal closed
 
-    Native.MenuBar {
-        Native.Menu {
-            title: "Zorvane"
+    // Without a parent it belongs to no window, and is there while none is open.
+    Component.onCompleted: bar = menuBar.createObject(null)
 
-            Native.MenuItem {
-                text: "About Zorvane"
-                role: Native.MenuItem.AboutRole
-                onTriggered: root.aboutRequested()
-            }
+    Component {
+        id: menuBar
 
-            Native.MenuItem {
-                text: "Check for Updates…"
-                role: Native.MenuItem.ApplicationSpecificRole
-                enabled: !root.updates.isChecking
-                onTriggered: root.updateCheckRequested()
-            }
+        Native.MenuBar {
+            Native.Menu {
+                title: "Zorvane"
 
-            Native.MenuItem {
-                text: "Settings…"
-                role: Native.MenuItem.PreferencesRole
-                shortcut: StandardKey.Preferences
-                onTriggered: root.settingsRequested()
-            }
+                Native.MenuItem {
+                    text: "About Zorvane"
+                    role: Native.MenuItem.AboutRole
+                    onTriggered: root.aboutRequested()
+                }
 
-            Native.MenuItem {
-                text: "Quit Zorvane"
-                role: Native.MenuItem.QuitRole
-                shortcut: StandardKey.Quit
-                onTriggered: root.quitRequested()
+                Native.MenuItem {
+                    text: "Check for Updates…"
+                    role: Native.MenuItem.ApplicationSpecificRole
+                    enabled: !root.updates.isChecking
+                    onTriggered: root.updateCheckRequested()
+                }
+
+                Native.MenuItem {
+                    text: "Settings…"
+                    role: Native.MenuItem.PreferencesRole
+                    shortcut: StandardKey.Preferences // qmllint disable unqualified
+                    onTriggered: root.settingsRequested()
+                }
+
+                Native.MenuItem {
+                    text: "Quit Zorvane"
+                    role: Native.MenuItem.QuitRole
+                    shortcut: StandardKey.Quit // qmllint disable unqualified
+                    onTriggered: root.quitRequested()
+                }
             }
         }
     }

@@ -74,7 +74,7 @@ Rectangle {
     }
 
     Rectangle {
-        id: title
+        id: opener
 
         objectName: "menuTitle"
         x: 8
@@ -124,7 +124,7 @@ Rectangle {
         active: root.open
 
         Menu {
-            title: title
+            title: opener
             name: label.text
             onClosed: root.close()
 
