@@ -42,21 +42,42 @@ void provideFont()
 
 } // namespace
 
-UserInterface::UserInterface(app::AppBlockStore &store, platform::Platform &platform)
+UserInterface::UserInterface(
+    app::AppBlockStore &store, platform::Platform &platform, const DesktopConventions &conventions)
     : m_store(store)
+    , m_conventions(conventions)
     , m_applications(store)
     , m_system(*platform.actions, *platform.motion)
     , m_onboarding(store, *platform.preferences)
+    , m_otherWindows(m_engine, store)
+{
+    QGuiApplication::setQuitOnLastWindowClosed(conventions.endsWithMainWindow);
+    load();
+    if (const auto *const main = window())
+        connect(main, &QWindow::visibleChanged, this, &UserInterface::followVisibility);
+    // Not the window's own activation: that is announced again and again while it stays active.
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &UserInterface::followState);
+}
+
+UserInterface::~UserInterface()
+{
+    // It hides when the engine destroys it, and the other windows are gone before that.
+    if (const auto *const main = window())
+        main->disconnect(this);
+}
+
+void UserInterface::load()
 {
     m_engine.addImportPath(u"qrc:/qt/qml"_s);
-    m_engine.addImageProvider(u"application"_s, new ApplicationImages(store));
+    m_engine.addImageProvider(u"application"_s, new ApplicationImages(m_store));
     m_engine.addImageProvider(u"symbol"_s, new SymbolImages);
     m_engine.addImageProvider(u"shadow"_s, new ShadowImages);
     m_engine.addImageProvider(u"face"_s, new FaceImages);
-    m_engine.setInitialProperties({{u"store"_s, QVariant::fromValue(&store)},
+    m_engine.setInitialProperties({{u"store"_s, QVariant::fromValue(&m_store)},
         {u"applications"_s, QVariant::fromValue(&m_applications)},
         {u"system"_s, QVariant::fromValue(&m_system)},
-        {u"onboarding"_s, QVariant::fromValue(&m_onboarding)}});
+        {u"onboarding"_s, QVariant::fromValue(&m_onboarding)},
+        {u"otherWindows"_s, QVariant::fromValue(&m_otherWindows)}});
 
     // The engine reads the views on a thread of its own meanwhile.
     const QUrl views(u"qrc:/qt/qml/Zorvane/Ui/MainWindow.qml"_s);
@@ -64,22 +85,7 @@ UserInterface::UserInterface(app::AppBlockStore &store, platform::Platform &plat
     provideIcon();
     provideFont();
     m_engine.load(views);
-
-    if (auto *const main = window(); main != nullptr) {
-        connect(main, &QWindow::visibleChanged, &m_onboarding, [this](bool visible) {
-            if (visible)
-                m_onboarding.mainWindowAppeared();
-        });
-    }
-
-    // Not the window's own activation: that is announced again and again while it stays active.
-    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](auto state) {
-        if (state == Qt::ApplicationActive)
-            m_store.refreshProtection();
-    });
 }
-
-UserInterface::~UserInterface() = default;
 
 QQuickWindow *UserInterface::window() const
 {
@@ -95,13 +101,32 @@ void UserInterface::show()
 
 void UserInterface::bringForward()
 {
-    auto *const main = window();
-    if (main == nullptr)
+    if (auto *const main = window())
+        ui::bringForward(*main);
+}
+
+void UserInterface::followVisibility(bool visible)
+{
+    if (visible) {
+        m_conventions.frameMainWindow(*window());
+        m_onboarding.mainWindowAppeared();
+    } else if (m_conventions.endsWithMainWindow) {
+        m_otherWindows.close();
+    }
+}
+
+/** The same state may be announced again: to a program without a window, when it is called up. */
+void UserInterface::followState(Qt::ApplicationState state)
+{
+    const bool wasActive = m_isActive;
+    m_isActive = state == Qt::ApplicationActive;
+    if (!m_isActive)
         return;
-    main->setWindowStates(main->windowStates() & ~Qt::WindowMinimized);
-    main->show();
-    main->raise();
-    main->requestActivate();
+    const bool hasWindow = m_otherWindows.isAnyVisible() || (window() && window()->isVisible());
+    if (!hasWindow && !m_conventions.endsWithMainWindow)
+        bringForward();
+    if (!wasActive)
+        m_store.refreshProtection();
 }
 
 } // namespace zorvane::ui

@@ -5,13 +5,11 @@ tour.py PROGRAM FOLDER: PROGRAM is zorvane; the pictures and their index go to F
 
 import hashlib
 import html
-import json
 import pathlib
 import shutil
 import subprocess
 import sys
 import time
-from dataclasses import dataclass, field
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[2] / "tests/support"))
 
@@ -20,21 +18,11 @@ import pointer  # noqa: E402
 from accessibility import Program  # noqa: E402
 from desktop import Desktop  # noqa: E402
 from file_manager import FileManager  # noqa: E402
+from tour_scenes import SCENES  # noqa: E402
 from windows import Window  # noqa: E402
 from zorvane import Zorvane  # noqa: E402
 
 SCALE = 2
-
-
-@dataclass(frozen=True)
-class Scene:
-    """One start of the program, and what is done with it. A step is a picture's name, its account,
-    and what leads to it."""
-
-    steps: tuple
-    preferences: dict = field(default_factory=dict)
-    system: dict = field(default_factory=dict)
-    dark: bool = False
 
 
 class Guide:
@@ -85,9 +73,23 @@ class Guide:
             self.zorvane.screen.find(item, "list item", seconds=120)
 
     def click(self, name, role=None):
-        self.zorvane.window.activate()
+        self._shown.activate()
         self.zorvane.click(name, role)
         self._rest()
+
+    def press(self, *keys):
+        self._shown.activate()
+        pointer.key(*keys)
+
+    def open_settings(self):
+        """From here on the pictures show the settings, until look()."""
+        self.press("ctrl+comma")
+        self._turn_to(Window("Zorvane Settings"))
+
+    def open_about(self):
+        self.click("Zorvane", "menu item")
+        self.click("About Zorvane", "menu item")
+        self._turn_to(Window("About Zorvane"))
 
     def observe(self):
         """A helper of Atlas Notes, and a program that it has downloaded, reach the network."""
@@ -97,12 +99,11 @@ class Guide:
             ("atlas-updater", programs / "Resources/Atlas Updater"),
         )
 
-    def open_settings(self):
+    def open_system_settings(self):
         """From here on the pictures show the system's settings, until look()."""
         self.click("Open System Settings", "push button")
         self._settings = Program("zorvane-system-settings", scale=SCALE)
-        self._shown = Window("System Settings")
-        self._shown.place(20, 60)
+        self._turn_to(Window("System Settings"))
 
     def allow(self):
         pointer.click(*self._settings.spot("Allow", "push button"))
@@ -131,6 +132,11 @@ class Guide:
         self.files.close()
         self.zorvane.close()
 
+    def _turn_to(self, window):
+        self._shown = window
+        window.place(20, 60)
+        self._rest()
+
     def _rest(self):
         """Takes the pointer where it makes nothing look hovered."""
         if not self._drag:
@@ -155,79 +161,6 @@ def pixels(file):
     return subprocess.run(
         ["convert", str(file), "-depth", "8", "rgb:-"], stdout=subprocess.PIPE, check=True
     ).stdout
-
-
-def first_day(dark=False):
-    """From the empty list to a full one, with the system's approval in between."""
-    return Scene(
-        system={"approval": "ask"},
-        dark=dark,
-        steps=(
-            ("empty", "Nothing is blocked yet.", lambda guide: guide.look("No blocked apps")),
-            ("hovering", "A bundle from the file manager hovers over the drop zone.",
-             lambda guide: guide.hover("Atlas Notes.app")),
-            ("awaiting-approval", "It is listed; the system asks for approval first.",
-             lambda guide: (guide.drop(), guide.look("Finish enabling protection"))),
-            ("system-settings", "The simulated system's settings, where the extension is allowed.",
-             lambda guide: guide.open_settings()),
-            ("protection-on", "Allowed: protection is on and the application is blocked.",
-             lambda guide: (guide.allow(), guide.look("Protection on"))),
-            ("adding", "A big bundle is being inspected; the window stays usable.",
-             lambda guide: (bundles.fill(guide.folder / "Harbor Sync.app"),
-                            guide.hover("Harbor Sync.app"), guide.drop(),
-                            guide.catch("Adding application"))),
-            ("list", "Several applications, sorted by name.",
-             lambda guide: (guide.zorvane.screen.find("Harbor Sync", "list item", 120),
-                            guide.add("Quill Mail", "Meadow Player"), guide.look("Quill Mail"))),
-            ("unfolded", "What an application runs as: itself, its helpers, and what the filter saw.",
-             lambda guide: (guide.observe(), guide.click("4 network processes"),
-                            guide.look("Main app", "Bundled", "Observed"))),
-            ("alert", "A dropped file that is no application is refused.",
-             lambda guide: (guide.hover("letter.txt"), guide.drop(),
-                            guide.look("Drop an application with the .app extension."))),
-            ("protection-off", "The switch turns protection off; the list stays.",
-             lambda guide: (guide.click("OK"), guide.click("4 network processes"),
-                            guide.click("Protection", "check box"), guide.look("Protection off"))),
-        ),
-    )
-
-
-NEWER_VERSION = json.dumps({
-    "version": "1.3",
-    "downloadURL": "https://kestrelworks.dev/zorvane",
-    "releaseNotes": "Faster discovery of helpers and a calmer list.",
-})
-
-
-SCENES = (
-    first_day(),
-    Scene(
-        preferences={"updates.cachedManifest": NEWER_VERSION.encode()},
-        steps=(
-            ("update", "There is a newer version; a click opens its page.",
-             lambda guide: guide.look("Zorvane 1.3 is available")),
-        ),
-    ),
-    Scene(
-        system={"bundlePath": "/Users/me/Downloads/Zorvane.app"},
-        steps=(
-            ("installation-required", "Started from Downloads: it has to be moved first.",
-             lambda guide: guide.look("Finish installing Zorvane")),
-            ("explanation", "A tap on the switch that cannot be used says why.",
-             lambda guide: (guide.click("Explain why protection is unavailable"),
-                            guide.look("OK"))),
-        ),
-    ),
-    Scene(
-        system={"faults": [{"operation": "save", "domain": "NEFilterErrorDomain", "code": 4,
-                            "description": "The configuration is invalid."}]},
-        steps=(
-            ("failed", "The filter could not be set up; the list says why.",
-             lambda guide: (guide.add("Quill Mail"), guide.look("Action required"))),
-        ),
-    ),
-    first_day(dark=True),
-)
 
 
 def take(program, folder, pictures):

@@ -64,6 +64,8 @@ public:
             QGuiApplication::setPalette(palette);
             m_suffix = dark ? u"-dark.png"_s : u"-light.png"_s;
             drawStates();
+            // Alone, because the keys of one program's commands work in all of its windows.
+            drawOtherWindows();
         }
     }
 
@@ -78,6 +80,7 @@ private:
 
     void drawStates();
     void drawExceptions();
+    void drawOtherWindows();
 
     QDir m_folder;
     QString m_suffix;
@@ -93,7 +96,7 @@ void Gallery::drawStates()
     listed.store->setDropTargeted(false);
     listed.store->addApplication(QUrl::fromLocalFile(u"/Users/someone/Unsigned.app"_s));
     save(listed, u"04-adding"_s);
-    listed.window()->resize(680, 560);
+    listed.window()->resize(680, 560 + WindowFixture::menuBarHeight);
     save(listed, u"16-minimum-size"_s);
 
     WindowFixture empty;
@@ -134,6 +137,29 @@ void Gallery::drawExceptions()
     WindowFixture failed(samples());
     failed.fail(u"Restart your Mac to finish installing the extension."_s);
     save(failed, u"08-failed"_s);
+}
+
+void Gallery::drawOtherWindows()
+{
+    WindowFixture current;
+    current.platform.mainBundle.version = u"1.2"_s;
+    current.platform.mainBundle.build = u"7"_s;
+    current.enable();
+    QTest::keyClick(current.window(), Qt::Key_F10);
+    QTest::keyClick(current.window(), Qt::Key_Down);
+    save(current, u"18-menu"_s);
+    QTest::keyClick(current.window(), Qt::Key_Escape);
+    current.openSettings();
+    current.checkForUpdates(u"1.2"_s);
+    save(current, u"12-settings"_s);
+    current.checkForUpdates(u"1.3"_s);
+    save(current, u"13-settings-update"_s);
+    current.requireInstallation();
+    current.store->explainProtectionUnavailable();
+    save(current, u"19-settings-alert"_s);
+    current.ui->otherWindows().showAbout();
+    current.turnTo(current.ui->otherWindows().about());
+    save(current, u"20-about"_s);
 }
 
 } // namespace

@@ -99,7 +99,8 @@ private Q_SLOTS:
         QList<qreal> seen;
         const auto note = [&] {
             seen.append(highlighted->opacity());
-            QCOMPARE(resting->opacity(), 1 - highlighted->opacity());
+            QCOMPARE(resting->opacity(), 1.0);
+            QCOMPARE(resting->isVisible(), highlighted->opacity() < 1);
         };
         connect(fixture.window(), &QQuickWindow::afterAnimating, this, note, Qt::DirectConnection);
         fixture.store->setDropTargeted(true);
@@ -122,6 +123,21 @@ private Q_SLOTS:
         QCOMPARE(fixture.item(u"spinner"_s)->property("color").value<QColor>(), QColor(0x007aff));
         QCOMPARE(accessibleName(fixture.item(u"spinner"_s)), u"Adding application"_s);
         QCOMPARE(fixture.text(u"Drop an app here"_s), nullptr);
+    }
+
+    void aDragOverItWhileAddingChangesNothing()
+    {
+        WindowFixture fixture;
+        fixture.store->addApplication(QUrl::fromLocalFile(firstPath));
+        WindowDrag drag(fixture, {firstPath});
+        QVERIFY(!drag.enter());
+        const auto *const fill = fixture.item(u"dropZoneFill"_s);
+        QCOMPARE(fixture.item(u"dropZone"_s)->scale(), 1.0);
+        QTest::qWait(50);
+        QCOMPARE(fixture.item(u"dropZone"_s)->scale(), 1.0);
+        QCOMPARE(
+            fill->property("color").value<QColor>(), QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.06F));
+        QVERIFY(fixture.item(u"spinner"_s) != nullptr);
     }
 
     void itsNameForAssistiveTechnologyFollowsItsState()

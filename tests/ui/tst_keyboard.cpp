@@ -40,8 +40,10 @@ void focusFirstRow(const WindowFixture &fixture)
 bool isInView(const WindowFixture &fixture, const QQuickItem *item)
 {
     const auto place = item->mapRectToScene(QRectF(QPointF(), item->size()));
-    return place.bottom() <= fixture.window()->height() && place.top() >= 0
-        && (place.top() >= 74 || place.bottom() <= 74);
+    const auto headerTop = WindowFixture::menuBarHeight;
+    const auto headerBottom = headerTop + 74;
+    return place.bottom() <= fixture.window()->height() && place.top() >= headerTop
+        && (place.top() >= headerBottom || place.bottom() <= headerBottom);
 }
 
 } // namespace

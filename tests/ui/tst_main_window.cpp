@@ -46,8 +46,8 @@ private Q_SLOTS:
     void theWindowHasItsSizeAndItsLeastSize()
     {
         const WindowFixture fixture;
-        QCOMPARE(fixture.window()->size(), QSize(760, 650));
-        QCOMPARE(fixture.window()->minimumSize(), QSize(680, 560));
+        QCOMPARE(fixture.window()->size(), QSize(760, 650 + WindowFixture::menuBarHeight));
+        QCOMPARE(fixture.window()->minimumSize(), QSize(680, 560 + WindowFixture::menuBarHeight));
         QCOMPARE(fixture.window()->title(), u"Zorvane"_s);
     }
 
@@ -201,7 +201,7 @@ private Q_SLOTS:
             12.0);
         const auto panel = inWindow(panelOf(fixture, u"approvalPanel"_s));
         const auto zone = inWindow(fixture.item(u"dropZone"_s));
-        QCOMPARE(panel.top(), 74.0 + 16);
+        QCOMPARE(panel.top(), WindowFixture::menuBarHeight + 74.0 + 16);
         QCOMPARE(zone.left(), 20.0);
         QCOMPARE(zone.right(), 740.0);
     }
@@ -267,7 +267,8 @@ private Q_SLOTS:
         area->setProperty("contentY", area->property("contentHeight").toReal() - area->height());
         QTRY_VERIFY(fixture.text(u"App 299"_s) != nullptr);
         QVERIFY(builtRows().size() < 20);
-        QCOMPARE(inWindow(fixture.item(u"blockedApps"_s)).bottom(), 650.0 - 20);
+        QCOMPARE(inWindow(fixture.item(u"blockedApps"_s)).bottom(),
+            WindowFixture::menuBarHeight + 650.0 - 20);
     }
 };
 

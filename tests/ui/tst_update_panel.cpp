@@ -108,7 +108,7 @@ private Q_SLOTS:
         const auto font = title->property("font").value<QFont>();
         QCOMPARE(font.pixelSize(), 13);
         QCOMPARE(font.weight(), QFont::DemiBold);
-        QCOMPARE(inWindow(panel).top(), 74.0 + 16);
+        QCOMPARE(inWindow(panel).top(), WindowFixture::menuBarHeight + 74.0 + 16);
         QTRY_COMPARE(
             inWindow(fixture.item(u"installationPanel"_s)).top() - inWindow(panel).bottom(), 12.0);
     }

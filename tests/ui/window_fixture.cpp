@@ -68,13 +68,15 @@ void doAccessibleAction(QQuickItem *item, const QString &action)
         told->actionInterface()->doAction(action);
 }
 
-WindowFixture::WindowFixture(const QList<SampleApplication> &applications, bool firstLaunch)
+WindowFixture::WindowFixture(const QList<SampleApplication> &applications, bool firstLaunch,
+    const ui::DesktopConventions &conventions)
 {
     platform.preferences.values.insert(u"hasCompletedOnboarding"_s, !firstLaunch);
     if (!applications.isEmpty())
         platform.preferences.values.insert(u"blockedApplications"_s, storedList(applications));
     store = std::make_unique<app::AppBlockStore>(platform.ports);
-    ui = std::make_unique<ui::UserInterface>(*store, platform.ports);
+    ui = std::make_unique<ui::UserInterface>(*store, platform.ports, conventions);
+    m_window = ui->window();
     settle();
     ui->show();
     if (!QTest::qWaitForWindowExposed(ui->window()))
@@ -125,6 +127,26 @@ void WindowFixture::raiseAlert()
 {
     store->addApplication(QUrl::fromLocalFile(u"/Users/someone/Unsigned.app"_s));
     settle();
+}
+
+void WindowFixture::checkForUpdates(const QString &version)
+{
+    const auto manifest = u"{\"version\":\"%1\",\"downloadURL\":\"https://kestrelworks.dev/d\"}"_s;
+    platform.manifestFetcher.answers
+        = {platform::ManifestResponse{200, manifest.arg(version).toUtf8()}};
+    store->checkForUpdates(true);
+    settle();
+}
+
+void WindowFixture::openSettings()
+{
+    if (!QTest::qWaitForWindowActive(window()))
+        qFatal("the main window is not active");
+    QTest::keyClick(window(), Qt::Key_Comma, Qt::ControlModifier);
+    auto *const settings = ui->otherWindows().settings();
+    if (settings == nullptr || !QTest::qWaitForWindowActive(settings))
+        qFatal("the settings did not open");
+    turnTo(settings);
 }
 
 QQuickItem *WindowFixture::item(const QString &name) const

@@ -23,9 +23,12 @@ struct SampleApplication {
 class WindowFixture
 {
 public:
+    /** What the menu bar adds to the content's height. */
+    static constexpr int menuBarHeight = 26;
+
     /** On a @p firstLaunch the guide shows by itself. */
-    explicit WindowFixture(
-        const QList<SampleApplication> &applications = {}, bool firstLaunch = false);
+    explicit WindowFixture(const QList<SampleApplication> &applications = {},
+        bool firstLaunch = false, const ui::DesktopConventions &conventions = {});
 
     /** Lets all work that waits be done, and the scene follow. */
     void settle();
@@ -38,8 +41,15 @@ public:
     void fail(const QString &message);
     /** An alert by its usual way: a bundle that nobody signed. */
     void raiseAlert();
+    /** A check for updates that the user asked for, answered by a manifest of this version. */
+    void checkForUpdates(const QString &version);
+    /** Opens the settings by their keys and waits for them; what follows looks at them. */
+    void openSettings();
+    /** From here on, the items and texts of this window are looked at. */
+    void turnTo(QQuickWindow *other) { m_window = other; }
 
-    [[nodiscard]] QQuickWindow *window() const { return ui->window(); }
+    /** The one that is looked at; the main window until another is opened. */
+    [[nodiscard]] QQuickWindow *window() const { return m_window; }
     /** The item of this object name that shows; null if there is none. */
     [[nodiscard]] QQuickItem *item(const QString &name) const;
     /** The item that shows this text; null if there is none. */
@@ -56,6 +66,9 @@ public:
     FakePlatform platform;
     std::unique_ptr<app::AppBlockStore> store;
     std::unique_ptr<ui::UserInterface> ui;
+
+private:
+    QQuickWindow *m_window = nullptr;
 };
 
 /** What assistive technology is told of an item; an empty name and no role if it is told nothing.

@@ -15,11 +15,35 @@ Item {
     property bool fading: false
 
     signal dismissed
+    /* What it had disabled can take the focus again. */
+    signal closed
+
+    function takeFocus(): void {
+        lazy.item?.forceActiveFocus();
+    }
 
     anchors.fill: parent
     z: 50
 
+    onOpenChanged: {
+        if (!open)
+            afterwards.restart();
+    }
+
+    // In the next turn, when everything has followed.
+    Timer {
+        id: afterwards
+
+        interval: 0
+        onTriggered: {
+            if (!root.open)
+                root.closed();
+        }
+    }
+
     Lazy {
+        id: lazy
+
         active: root.open || root.fading
 
         AlertBox {

@@ -6,6 +6,8 @@ Text {
     font: Type.body
     renderType: Text.QtRendering
     textFormat: Text.PlainText
+    // Also of texts that are read from the right: they keep their place in the layout.
+    horizontalAlignment: Text.AlignLeft
 
     Accessible.role: Accessible.StaticText
     Accessible.name: text

@@ -14,6 +14,9 @@ Item {
         id: box
 
         function place(): void {
+            // A window that is closing has nowhere to show it.
+            if (parent === null)
+                return;
             const below = root.target.mapToItem(parent, root.target.width / 2, root.target.height + 6);
             const fits = below.y + height + 4 <= parent.height;
             x = Math.round(Math.max(8, Math.min(below.x - width / 2, parent.width - width - 8)));

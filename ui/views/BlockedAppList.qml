@@ -17,6 +17,9 @@ Column {
     /* The place that has the focus, or in which it is. */
     readonly property Item focusedSlot: slotOf(Window.activeFocusItem)
 
+    /* A line of a row has been reached by the keyboard. */
+    signal lineReached(Item line)
+
     function slotOf(item: Item): Item {
         for (let at = item; at !== null; at = at.parent) {
             if (at.parent === root)
@@ -45,6 +48,24 @@ Column {
         repeater.itemAt(nearest).forceActiveFocus(Qt.TabFocusReason);
     }
 
+    function focusLine(row: int, line: int): void {
+        cursor.stand(repeater.itemAt(row), line);
+        cursor.forceActiveFocus(Qt.TabFocusReason);
+        root.lineReached(cursor);
+    }
+
+    /* By one line up or down: rows, and the lines of those that are unfolded. */
+    function step(row: int, by: int): void {
+        const line = (cursor.activeFocus ? cursor.line : -1) + by;
+        const lines = at => repeater.itemAt(at).isShowingComponents ? repeater.itemAt(at).componentCount : 0;
+        if (line >= 0 && line < lines(row))
+            focusLine(row, line);
+        else if (line < -1 && row > 0 && lines(row - 1) > 0)
+            focusLine(row - 1, lines(row - 1) - 1);
+        else
+            focusRow(line < -1 ? row - 1 : line < 0 ? row : row + 1);
+    }
+
     /* A row has gone with the focus in it: the one that takes its place has it next. */
     function passFocusOn(row: int): void {
         if (repeater.count > 0)
@@ -59,10 +80,10 @@ Column {
         event.accepted = true;
         switch (event.key) {
         case Qt.Key_Up:
-            focusRow(row - 1);
+            step(row, -1);
             break;
         case Qt.Key_Down:
-            focusRow(row + 1);
+            step(row, 1);
             break;
         case Qt.Key_PageUp:
             focusRow(Math.min(row - 1, rowAt(y - root.page)));
@@ -92,6 +113,13 @@ Column {
 
     Keys.onPressed: event => root.takeKey(event)
 
+    LineCursor {
+        id: cursor
+
+        parent: root.parent
+        applications: root.applications
+    }
+
     Repeater {
         id: repeater
 
@@ -115,10 +143,11 @@ Column {
             /* What is unfolded by how much changes in every frame; the lines need not. */
             readonly property bool showsLines: unfolding > 0
             readonly property real unfoldedHeight: 1 + 4 + 32 * componentCount + 6
+            readonly property real rowHeight: 56 + (index > 0 ? 1 : 0)
             readonly property bool near: y + height > root.viewTop - root.lookahead && y < root.viewBottom + root.lookahead
 
             width: root.width
-            height: 56 + (index > 0 ? 1 : 0) + Math.round(unfolding * unfoldedHeight)
+            height: rowHeight + Math.round(unfolding * unfoldedHeight)
             activeFocusOnTab: true
 
             Accessible.role: Accessible.ListItem

@@ -75,6 +75,7 @@ FocusScope {
             applications: root.applications
             viewTop: page.area.contentY - page.columnTop - y
             viewBottom: viewTop + page.area.height
+            onLineReached: line => page.bringIntoView(line)
         }
     }
 }

@@ -79,13 +79,14 @@ Item {
             width: symbol.width
             height: symbol.height
 
-            // One over the other: a symbol in a colour between them would be a new picture in
-            // every frame.
+            // The second comes in over the first, which stays until it is covered, so that the
+            // symbol never looks through. A symbol in a colour between them would be a new picture
+            // in every frame.
             Symbol {
                 id: symbol
 
                 objectName: "dropZoneSymbol"
-                opacity: 1 - root.highlight
+                visible: root.highlight < 1
                 name: "app.dashed"
                 box: Symbols.box(35)
                 stroke: Symbols.light

@@ -41,6 +41,7 @@ Panel {
 
         Label {
             width: Math.min(parent.width, 600)
+            height: Math.ceil(implicitHeight)
             wrapMode: Text.Wrap
             lineHeight: 1.2
             text: "macOS can only enable Zorvane's network extension when the app is in the Applications folder. Quit this copy, drag Zorvane from Downloads into Applications, then open it there."

@@ -11,6 +11,9 @@ Column {
     /* The part of this section that is in view, in its own coordinates. */
     required property real viewTop
     required property real viewBottom
+    /* A line in it has been reached by the keyboard. */
+    signal lineReached(Item line)
+
     readonly property bool failed: store.filterController.status.kind === FilterStatus.Failed
 
     DropZone {
@@ -90,6 +93,7 @@ Column {
             applications: root.applications
             viewTop: root.viewTop - card.y
             viewBottom: root.viewBottom - card.y
+            onLineReached: line => root.lineReached(line)
         }
 
         Rectangle {

@@ -10,13 +10,14 @@ Window {
     required property BlockedAppsModel applications
     required property SystemCommands system
     required property Onboarding onboarding
+    required property OtherWindows otherWindows
 
     title: "Zorvane"
     color: Theme.window
     width: 760
-    height: 650
+    height: 650 + menu.height
     minimumWidth: 680
-    minimumHeight: 560
+    minimumHeight: 560 + menu.height
 
     Binding {
         target: Motion
@@ -27,71 +28,98 @@ Window {
     /* Whoever had the keyboard before a box came up has it again. */
     function giveFocusBack(): void {
         if (alert.open)
-            return;
-        if (guide.item !== null && root.onboarding.showingOnboarding)
+            alert.takeFocus();
+        else if (guide.item !== null && root.onboarding.showingOnboarding)
             guide.item.forceActiveFocus();
         else
             page.forceActiveFocus();
     }
 
-    // In the next turn, when what a box had disabled can take the focus again.
+    // In the next turn, when what the guide had disabled can take the focus again.
     Timer {
-        id: afterBox
+        id: afterGuide
 
         interval: 0
         onTriggered: root.giveFocusBack()
     }
 
-    ContentView {
-        id: page
-
+    FocusScope {
         anchors.fill: parent
-        enabled: !alert.open && !root.onboarding.showingOnboarding
-        store: root.store
-        applications: root.applications
-        system: root.system
-        onHelpRequested: root.onboarding.show()
-    }
+        focus: true
 
-    Connections {
-        function onShowingOnboardingChanged(): void {
-            afterBox.restart();
+        Keys.forwardTo: [menu]
+
+        ApplicationMenu {
+            id: menu
+
+            width: parent.width
+            updates: root.store.updateController
+            onAboutRequested: root.otherWindows.showAbout()
+            onUpdateCheckRequested: root.store.checkForUpdates(true)
+            onSettingsRequested: root.otherWindows.showSettings()
+            onQuitRequested: root.system.quit()
+            onClosed: root.giveFocusBack()
         }
 
-        target: root.onboarding
-    }
+        // What goes over the content leaves the menu bar alone.
+        Item {
+            id: content
 
-    Lazy {
-        id: guide
+            anchors.fill: parent
+            anchors.topMargin: menu.height
 
-        property bool fading: false
+            ContentView {
+                id: page
 
-        z: 40
-        active: root.onboarding.showingOnboarding || fading
+                anchors.fill: parent
+                enabled: !alert.open && !root.onboarding.showingOnboarding
+                store: root.store
+                applications: root.applications
+                system: root.system
+                onHelpRequested: root.onboarding.show()
+            }
 
-        OnboardingView {
-            objectName: "onboarding"
-            width: root.width
-            height: root.height
-            open: root.onboarding.showingOnboarding
-            enabled: open && !alert.open
-            steps: root.onboarding.steps
-            onFinished: root.onboarding.finish()
-            onClosed: root.onboarding.close()
-            onFadingChanged: guide.fading = fading
-        }
-    }
+            Connections {
+                function onShowingOnboardingChanged(): void {
+                    afterGuide.restart();
+                }
 
-    Alert {
-        id: alert
+                target: root.onboarding
+            }
 
-        objectName: "alert"
-        title: "Zorvane"
-        message: root.store.alertMessage
-        onDismissed: root.store.dismissAlert()
-        onOpenChanged: {
-            if (!open)
-                afterBox.restart();
+            Lazy {
+                id: guide
+
+                property bool fading: false
+
+                z: 40
+                active: root.onboarding.showingOnboarding || fading
+
+                OnboardingView {
+                    objectName: "onboarding"
+                    width: content.width
+                    height: content.height
+                    open: root.onboarding.showingOnboarding
+                    enabled: open && !alert.open
+                    steps: root.onboarding.steps
+                    onFinished: root.onboarding.finish()
+                    onClosed: root.onboarding.close()
+                    onFadingChanged: guide.fading = fading
+                }
+            }
+
+            Alert {
+                id: alert
+
+                objectName: "alert"
+                title: "Zorvane"
+                message: root.store.alertMessage
+                onDismissed: root.store.dismissAlert()
+                onOpenChanged: {
+                    if (!open)
+                        afterGuide.restart();
+                }
+            }
         }
     }
 }

@@ -1,0 +1,158 @@
+#include "ui/measures.h"
+#include "ui/window_states.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane::tests;
+
+namespace
+{
+
+using Make = std::function<states::Window()>;
+
+const QColor blue(0x007aff);
+const QColor secondary = QColor::fromRgbF(0, 0, 0, 0.60F);
+
+QColor faded(QColor colour, double opacity)
+{
+    colour.setAlphaF(float(opacity));
+    return colour;
+}
+
+Measure windowIs(const char *property, double expected)
+{
+    return {QLatin1StringView(property),
+        [=](const WindowFixture &window) { return window.window()->property(property); }, expected};
+}
+
+Find mark(int number)
+{
+    return [=](const WindowFixture &window) {
+        return window
+            .items([](const QQuickItem *item) { return item->objectName() == u"pageMark"; })
+            .value(number);
+    };
+}
+
+const auto square = named(u"onboardingSquare"_s);
+const auto message = named(u"onboardingMessage"_s);
+const auto sheet = childOf(named(u"onboarding"_s), 1);
+
+const Measures guide = box(u"sheet"_s, sheet, 540, 404) + box(u"square"_s, square, 100, 100)
+    + box(u"symbol"_s, childOf(square, 0), 60, 60)
+    + font(u"title"_s, text(u"Drop In an App"_s), 22, QFont::Bold)
+    + font(u"message"_s, message, 13, QFont::Normal) + box(u"mark"_s, mark(3), 22, 7)
+    + box(u"other mark"_s, mark(0), 7, 7) + box(u"other mark"_s, mark(4), 7, 7)
+    + Measures{
+        of(u"sheet"_s, sheet, "radius", 14.0),
+        of(u"square"_s, square, "radius", 26.0),
+        of(u"square"_s, square, "color", faded(blue, 0.1)),
+        of(u"symbol"_s, childOf(square, 0), "color", blue),
+        of(u"symbol"_s, childOf(square, 0), "stroke", 1.85),
+        of(u"message"_s, message, "color", secondary),
+        of(u"message"_s, message, "width", 420.0),
+        of(u"mark"_s, mark(3), "radius", 3.5),
+        of(u"mark"_s, mark(3), "color", blue),
+        of(u"other mark"_s, mark(0), "color", faded(secondary, 0.25 * 0.60)),
+        duration(parentOf(square), u"opacity"_s, 180),
+        duration(parentOf(square), u"scale"_s, 180),
+        duration(mark(3), u"width"_s, 180),
+        of(u"Back"_s, button(u"Back"_s), "enabled", true),
+    };
+
+const auto alertBox = childOf(named(u"alertBox"_s), 1);
+
+const Measures alert
+    = font(u"message"_s, text(u"Drop an application with the .app extension."_s), 11, QFont::Normal)
+    + Measures{
+        of(u"box"_s, alertBox, "width", 280.0),
+        of(u"box"_s, alertBox, "radius", 12.0),
+        of(u"button"_s, button(u"OK"_s), "height", 28.0),
+        of(u"button"_s, button(u"OK"_s), "width", 248.0),
+    };
+
+const auto note = named(u"protectionNote"_s);
+const auto updateMessage = named(u"updateMessage"_s);
+const auto check = button(u"Check for Updates"_s);
+const auto group = parentOf(parentOf(parentOf(note)));
+
+const Measures settings = font(u"section"_s, text(u"Protection"_s), 13, QFont::DemiBold)
+    + font(u"section"_s, text(u"Updates"_s), 13, QFont::DemiBold)
+    + font(u"label"_s, text(u"Enable network filter"_s), 13, QFont::Normal)
+    + font(u"note"_s, note, 10, QFont::Normal)
+    + font(u"message"_s, updateMessage, 10, QFont::Normal)
+    + Measures{
+        windowIs("width", 460),
+        windowIs("height", 520),
+        windowIs("minimumWidth", 460),
+        windowIs("maximumWidth", 460),
+        windowIs("minimumHeight", 520),
+        windowIs("maximumHeight", 520),
+        of(u"note"_s, note, "color", secondary),
+        of(u"message"_s, updateMessage, "color", secondary),
+        of(u"group"_s, group, "radius", 10.0),
+        of(u"group"_s, group, "width", 420.0),
+        of(u"switch"_s, parentOf(named(u"protectionSwitch"_s)), "scale", 0.82),
+        of(u"check"_s, check, "height", 24.0),
+        of(u"check"_s, check, "radius", 6.0),
+        between(
+            u"switch and note"_s, named(u"protectionSwitch"_s), note,
+            [](auto &toggle, auto &below) { return double(toggle.bottom() < below.top()); }, 1),
+        between(u"contents from the edge"_s, group, note, insetLeft, 14),
+        between(u"button and message"_s, check, updateMessage, gapBelow, 8),
+    };
+
+const Measures settingsWithUpdate{
+    of(u"download"_s, button(u"Download Update"_s), "prominent", true),
+    of(u"check"_s, check, "prominent", false),
+    between(u"available below current"_s, named(u"currentVersion"_s), named(u"availableVersion"_s),
+        gapBelow, 1),
+    between(u"download below available"_s, named(u"availableVersion"_s),
+        button(u"Download Update"_s), gapBelow, 11),
+    between(u"check below download"_s, button(u"Download Update"_s), check, gapBelow, 21),
+};
+
+const Measures mainWindow{
+    windowIs("width", 760),
+    windowIs("height", 650 + WindowFixture::menuBarHeight),
+    windowIs("minimumWidth", 680),
+    windowIs("minimumHeight", 560 + WindowFixture::menuBarHeight),
+    of(u"content"_s, named(u"page"_s), "height", 650.0),
+};
+
+} // namespace
+
+/** The measures of the windows themselves, of the boxes over them, and of the settings. */
+class TestMeasuresOfBoxes : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyMeasureIsKept_data()
+    {
+        QTest::addColumn<Make>("make");
+        QTest::addColumn<Measures>("measures");
+        QTest::newRow("main window") << Make(states::empty) << mainWindow;
+        QTest::newRow("guide") << Make([] { return states::guide(3); }) << guide;
+        QTest::newRow("guide, first page")
+            << Make([] { return states::guide(0); })
+            << Measures{of(u"Back"_s, button(u"Back"_s), "enabled", false)};
+        QTest::newRow("alert") << Make(states::alerted) << alert;
+        QTest::newRow("settings") << Make(states::settings) << settings;
+        QTest::newRow("settings with an update")
+            << Make(states::settingsWithUpdate) << settings + settingsWithUpdate;
+    }
+
+    void everyMeasureIsKept()
+    {
+        QFETCH(Make, make);
+        QFETCH(Measures, measures);
+        const auto window = make();
+        const auto wrong = wrongMeasures(*window, measures);
+        QVERIFY2(wrong.isEmpty(), qUtf8Printable(wrong.join(u'\n')));
+    }
+};
+
+QTEST_MAIN(TestMeasuresOfBoxes)
+#include "tst_measures_of_boxes.moc"

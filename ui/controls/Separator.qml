@@ -1,0 +1,7 @@
+import QtQuick
+
+/* A thin line between two things of a group. */
+Rectangle {
+    height: 1
+    color: Theme.separator
+}
