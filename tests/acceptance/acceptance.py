@@ -1,10 +1,12 @@
 """What the acceptance tests share: a desktop, the program on it, and a folder of bundles."""
 
 import base64
+import json
 import os
 import pathlib
 import sys
 import unittest
+import uuid
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 
@@ -36,6 +38,16 @@ class AcceptanceTest(unittest.TestCase):
     def build(self, *applications):
         for application in applications:
             bundles.build(application, self.folder)
+
+    def remembered(self, *applications):
+        """Builds bundles, and the preferences of a program that lists them; its protection is off."""
+        self.build(*applications)
+        records = [
+            {"id": str(uuid.uuid4()), "name": each.name, "bundleIdentifier": each.identifier,
+             "signingIdentifier": each.name, "path": str(self.folder / f"{each.name}.app")}
+            for each in applications
+        ]
+        return {"blockedApplications": json.dumps(records).encode(), "protectionRequested": False}
 
     def drag(self, name):
         """Drags an item from the file manager onto the drop zone."""

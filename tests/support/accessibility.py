@@ -44,8 +44,28 @@ class Node:
         left, top, width, height = self.extents()
         return left + width // 2, top + height // 2
 
+    def actions(self):
+        """What can be done to it, as AT-SPI names it: "Press", "Toggle" ..."""
+        try:
+            action = self._accessible.queryAction()
+        except NotImplementedError:
+            return []
+        return [action.getName(index) for index in range(action.nActions)]
+
+    def do(self, action):
+        """Returns when the program has done it."""
+        self._accessible.queryAction().doAction(self.actions().index(action))
+
     def press(self):
-        self._accessible.queryAction().doAction(0)
+        self.do("Press")
+
+    def take_focus(self):
+        self._accessible.queryComponent().grabFocus()
+
+    def __str__(self):
+        description = f" ({self.description})" if self.description else ""
+        checked = " [checked]" if self.has_state("checked") else ""
+        return f"{self.role}: {self.name}{description}{checked}"
 
 
 class Program:
@@ -60,24 +80,23 @@ class Program:
         self._scale = scale
         wait_for(self._root, f"{name} on the accessibility bus", seconds)
 
-    def showing(self, name=None, role=None):
-        """All visible elements of this name and role; none while the window is being rebuilt."""
-        try:
-            root = self._root()
-            return [
-                node
-                for node in (root.walk() if root else ())
-                if (name is None or node.name == name)
-                and (role is None or node.role == role)
-                and node.has_state("showing")
-            ]
-        except _glib_error():
-            return []
+    def showing(self, name=None, role=None, description=None):
+        """All visible elements of which this holds; none while the window is being rebuilt."""
+        return self._all(
+            lambda node: (name is None or node.name == name)
+            and (role is None or node.role == role)
+            and (description is None or node.description == description)
+            and node.has_state("showing")
+        )
 
-    def find(self, name=None, role=None, seconds=30):
+    def hidden(self, name):
+        """All elements of this name that are not visible."""
+        return self._all(lambda node: node.name == name and not node.has_state("showing"))
+
+    def find(self, name=None, role=None, seconds=30, description=None):
         """The first of them, waited for."""
         what = f'"{name}" ({role or "any role"}) in {self.name}'
-        return wait_for(lambda: self.showing(name, role), what, seconds)[0]
+        return wait_for(lambda: self.showing(name, role, description), what, seconds)[0]
 
     def spot(self, name=None, role=None, seconds=30):
         """The middle of that element in pixels of the screen, once it stands still."""
@@ -92,7 +111,14 @@ class Program:
 
     def describe(self):
         """What is visible, as text, for reports of failures."""
-        return "\n".join(f"{node.role}: {node.name!r}" for node in self.showing())
+        return "\n".join(map(str, self.showing()))
+
+    def _all(self, wanted):
+        try:
+            root = self._root()
+            return [node for node in (root.walk() if root else ()) if wanted(node)]
+        except _glib_error():
+            return []
 
     def _root(self):
         try:
