@@ -249,15 +249,6 @@ class AssistiveTechnology(AcceptanceTest):
         self.assertFalse(switch.has_state("checked"))
         self.assertEqual(self.zorvane.screen.showing(role="alert"), [])
 
-    def test_what_explains_the_switch_is_left_alone_while_it_can_be_used(self):
-        self.start()
-        self.zorvane.screen.find("Protection off")
-        [explainer] = self.zorvane.screen.hidden("Explain why protection is unavailable")
-        explainer.press()
-        self.press("Show getting started")
-        self.zorvane.screen.find("Welcome to Zorvane", "dialog")
-        self.assertEqual(self.zorvane.screen.showing(role="alert"), [])
-
     def test_the_guide_has_no_page_before_the_first(self):
         self.start(preferences={"hasCompletedOnboarding": False})
         for _ in range(2):

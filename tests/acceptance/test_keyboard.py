@@ -11,7 +11,7 @@ class Keyboard(AcceptanceTest):
 
     def focused(self):
         """What has the keyboard, as assistive technology is told of it."""
-        return [str(node) for node in self.zorvane.screen.showing() if node.has_state("focused")]
+        return [str(node) for node in self.zorvane.screen.showing() if "focused" in node.states]
 
     def assert_focused(self, element):
         focused = []

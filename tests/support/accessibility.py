@@ -9,7 +9,7 @@ PROGRAM_ENVIRONMENT = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "GTK_MODULES": "
 
 
 class Node:
-    """One element: its name, role and description as they stood when it was found."""
+    """One element: its name, role, description and states as they stood when it was found."""
 
     def __init__(self, accessible, scale=1):
         self._accessible = accessible
@@ -17,6 +17,7 @@ class Node:
         self.name = accessible.name or ""
         self.description = accessible.description or ""
         self.role = accessible.getRoleName()
+        self.states = self._read_states()
 
     def children(self):
         for index in range(self._accessible.childCount):
@@ -31,9 +32,8 @@ class Node:
             yield from child.walk()
 
     def has_state(self, state):
-        """state as AT-SPI names it: "showing", "checked", "focused" ..."""
-        states = self._accessible.getState().getStates()
-        return any(_pyatspi().stateToString(each) == state for each in states)
+        """Whether it has it now; as AT-SPI names it: "showing", "checked", "focused" ..."""
+        return state in self._read_states()
 
     def extents(self):
         """Left, top, width and height in pixels of the screen."""
@@ -64,8 +64,12 @@ class Node:
 
     def __str__(self):
         description = f" ({self.description})" if self.description else ""
-        checked = " [checked]" if self.has_state("checked") else ""
+        checked = " [checked]" if "checked" in self.states else ""
         return f"{self.role}: {self.name}{description}{checked}"
+
+    def _read_states(self):
+        states = self._accessible.getState().getStates()
+        return {_pyatspi().stateToString(each) for each in states}
 
 
 class Program:
@@ -82,16 +86,18 @@ class Program:
 
     def showing(self, name=None, role=None, description=None):
         """All visible elements of which this holds; none while the window is being rebuilt."""
-        return self._all(
-            lambda node: (name is None or node.name == name)
-            and (role is None or node.role == role)
-            and (description is None or node.description == description)
-            and node.has_state("showing")
-        )
-
-    def hidden(self, name):
-        """All elements of this name that are not visible."""
-        return self._all(lambda node: node.name == name and not node.has_state("showing"))
+        try:
+            root = self._root()
+            return [
+                node
+                for node in (root.walk() if root else ())
+                if (name is None or node.name == name)
+                and (role is None or node.role == role)
+                and (description is None or node.description == description)
+                and "showing" in node.states
+            ]
+        except _glib_error():
+            return []
 
     def find(self, name=None, role=None, seconds=30, description=None):
         """The first of them, waited for."""
@@ -112,13 +118,6 @@ class Program:
     def describe(self):
         """What is visible, as text, for reports of failures."""
         return "\n".join(map(str, self.showing()))
-
-    def _all(self, wanted):
-        try:
-            root = self._root()
-            return [node for node in (root.walk() if root else ()) if wanted(node)]
-        except _glib_error():
-            return []
 
     def _root(self):
         try:
