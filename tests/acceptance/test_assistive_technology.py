@@ -4,6 +4,10 @@ import datetime
 import json
 
 from acceptance import AcceptanceTest, bundles, key, main, wait_for
+from readings import (
+    ALERT, APPROVAL, DROP_ZONE, EMPTY_LIST, GUIDE, HEADER, INSTALLATION, MEADOW_PLAYER, QUILL_MAIL,
+    UNFOLDED_QUILL_MAIL, UPDATE,
+)
 import pointer
 
 RELEASE = {
@@ -13,89 +17,6 @@ RELEASE = {
     # Of this moment, so that nobody goes to the network.
     "updates.lastCheckedAt": datetime.datetime.utcnow(),
 }
-
-HEADER = """\
-heading: Zorvane
-label: Control which apps can access the network
-push button: Show getting started
-"""
-
-UPDATE = """\
-heading: Zorvane 99.0 is available
-label: A new version is ready to download.
-push button: Download Update
-push button: Remind me next time
-"""
-
-INSTALLATION = """\
-heading: Finish installing Zorvane
-label: macOS can only enable Zorvane's network extension when the app is in the Applications \
-folder. Quit this copy, drag Zorvane from Downloads into Applications, then open it there.
-push button: Open Finder Folders
-push button: Quit Zorvane
-"""
-
-APPROVAL = """\
-heading: Finish enabling protection
-label: macOS is waiting for you to approve Zorvane.
-label: 1. Open System Settings.
-label: 2. Scroll to Extensions and choose By Category.
-label: 3. If Network Extensions is listed, open it and enable Zorvane.
-label: 4. If it is not listed yet, return here and retry activation.
-push button: Open System Settings
-push button: Retry Activation
-"""
-
-DROP_ZONE = """\
-panel: Drop zone for an application
-label: Drop an app here
-label: Choose an app in Finder to block its new network connections.
-heading: Blocked apps
-"""
-
-EMPTY_LIST = """\
-label: 0
-label: No blocked apps
-label: Apps you add will appear here.
-"""
-
-EXPLANATION = (
-    "Move Zorvane to your Mac's Applications folder, quit this copy, and open it again from"
-    " Applications before turning on protection."
-)
-
-ALERT = f"""\
-alert: Zorvane ({EXPLANATION})
-label: Zorvane
-label: {EXPLANATION}
-push button: OK
-"""
-
-
-def row(name, identifier, processes, unfolded=False, lines=""):
-    return f"""\
-list item: {name} ({identifier})
-label: {name}
-label: {identifier}
-label: Blocked
-push button: {processes} ({name}){" [checked]" if unfolded else ""}
-push button: Remove from list ({name})
-{lines}"""
-
-
-MEADOW_PLAYER = row("Meadow Player", "com.example.meadow-player", "1 network process")
-QUILL_MAIL = row("Quill Mail", "com.example.quill-mail", "2 network processes")
-UNFOLDED_QUILL_MAIL = row(
-    "Quill Mail", "com.example.quill-mail", "2 network processes", unfolded=True, lines="""\
-list: Network processes
-list item: Quill Mail (Main app)
-label: Quill Mail
-label: Main app
-list item: Quill Courier (Bundled)
-label: Quill Courier
-label: Bundled
-""",
-)
 
 
 class AssistiveTechnology(AcceptanceTest):
@@ -173,16 +94,17 @@ class AssistiveTechnology(AcceptanceTest):
 
     def test_the_guide_is_walked_to_its_end(self):
         self.start(preferences={"hasCompletedOnboarding": False})
-        self.zorvane.screen.find("Welcome to Zorvane", "dialog")
-        for title in ("Turn On Protection", "Drop In an App", "You're Ready"):
+        behind = (HEADER, "label: Protection off\ncheck box: Protection\n", DROP_ZONE, EMPTY_LIST)
+        self.assert_reads(*behind, GUIDE[0])
+        for page in GUIDE[1:]:
             self.press("Continue")
-            self.zorvane.screen.find(title, "dialog")
+            self.assert_reads(*behind, page)
         self.press("Back")
-        self.zorvane.screen.find("Drop In an App", "dialog")
+        self.assert_reads(*behind, GUIDE[2])
         self.press("Continue")
         self.assertFalse(self.zorvane.preferences()["hasCompletedOnboarding"])
         self.press("Get Started")
-        self.wait_until_gone("dialog")
+        self.assert_reads(*behind)
         self.assertTrue(self.zorvane.preferences()["hasCompletedOnboarding"])
 
     def test_the_guide_is_skipped_and_asked_for_again(self):
