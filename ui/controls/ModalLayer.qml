@@ -97,6 +97,7 @@ FocusScope {
             radius: parent.radius
             color: "transparent"
             border.width: Theme.sheetEdgeWidth
+            border.pixelAligned: false
             border.color: Theme.sheetEdge
         }
     }
