@@ -14,6 +14,7 @@ import bundles  # noqa: E402
 from desktop import Desktop, wait_for  # noqa: E402
 from file_manager import FileManager  # noqa: E402
 from zorvane import Zorvane  # noqa: E402
+import pointer  # noqa: E402
 
 
 class AcceptanceTest(unittest.TestCase):
@@ -26,6 +27,8 @@ class AcceptanceTest(unittest.TestCase):
         self.folder.mkdir()
 
     def start(self, **options):
+        # Nothing shows its tool tip because the last test ended above it.
+        pointer.move(0, 0)
         self.zorvane = Zorvane(self.desktop, os.environ["ZORVANE_PROGRAM"], **options)
         self.zorvane.window.place(700, 40)
         self.addCleanup(self.zorvane.close)
