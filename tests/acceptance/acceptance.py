@@ -1,10 +1,12 @@
 """What the acceptance tests share: a desktop, the program on it, and a folder of bundles."""
 
 import base64
+import json
 import os
 import pathlib
 import sys
 import unittest
+import uuid
 
 sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "support"))
 
@@ -12,6 +14,7 @@ import bundles  # noqa: E402
 from desktop import Desktop, wait_for  # noqa: E402
 from file_manager import FileManager  # noqa: E402
 from zorvane import Zorvane  # noqa: E402
+import pointer  # noqa: E402
 
 
 class AcceptanceTest(unittest.TestCase):
@@ -24,6 +27,8 @@ class AcceptanceTest(unittest.TestCase):
         self.folder.mkdir()
 
     def start(self, **options):
+        # Nothing shows its tool tip because the last test ended above it.
+        pointer.move(0, 0)
         self.zorvane = Zorvane(self.desktop, os.environ["ZORVANE_PROGRAM"], **options)
         self.zorvane.window.place(700, 40)
         self.addCleanup(self.zorvane.close)
@@ -36,6 +41,16 @@ class AcceptanceTest(unittest.TestCase):
     def build(self, *applications):
         for application in applications:
             bundles.build(application, self.folder)
+
+    def remembered(self, *applications):
+        """Builds bundles, and the preferences of a program that lists them; its protection is off."""
+        self.build(*applications)
+        records = [
+            {"id": str(uuid.uuid4()), "name": each.name, "bundleIdentifier": each.identifier,
+             "signingIdentifier": each.name, "path": str(self.folder / f"{each.name}.app")}
+            for each in applications
+        ]
+        return {"blockedApplications": json.dumps(records).encode(), "protectionRequested": False}
 
     def drag(self, name):
         """Drags an item from the file manager onto the drop zone."""

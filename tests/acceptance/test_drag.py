@@ -1,6 +1,7 @@
 """Real bundles, dragged from a real file manager."""
 
 from acceptance import AcceptanceTest, bundles, key, main, wait_for
+import pointer
 
 
 class Drag(AcceptanceTest):
@@ -49,21 +50,60 @@ class Drag(AcceptanceTest):
         wait_for(lambda: not self.zorvane.screen.showing("OK"), "the alert to close")
         self.assertEqual(self.zorvane.blocked_applications(), [])
 
-    def test_a_bundle_dropped_while_another_is_being_added_is_refused(self):
-        self.build(bundles.QUILL_MAIL, bundles.HARBOR_SYNC)
-        bundles.fill(self.folder / "Harbor Sync.app")
+
+class DragWhileAdding(AcceptanceTest):
+    """While an application is being added whose programs take seconds to read."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.big = bundles.build(bundles.HARBOR_SYNC, cls.desktop.new_folder())
+        bundles.fill(cls.big)
+
+    def setUp(self):
+        super().setUp()
+        self.build(bundles.QUILL_MAIL)
+        place = self.folder / self.big.name
+        self.big.rename(place)
+        self.addCleanup(place.rename, self.big)
         self.start()
         self.open_file_manager()
-        zone = self.zorvane.drop_zone()
-        self.files.drag("Harbor Sync.app", zone)
-        self.zorvane.screen.find("Adding application")
-        self.files.drag("Quill Mail.app", zone)
-        self.assertEqual(self.zorvane.blocked_applications(), [], "the first was added too early")
+        self.zone = self.zorvane.drop_zone()
+        left, top, *_ = self.zorvane.screen.find("Drop zone for an application").extents()
+        self.beside_the_texts = (left + 60, top + 12)
+        # Where it is, before another drag needs to know.
+        self.small = self.files.position("Quill Mail.app")
+        self.files.drag("Harbor Sync.app", self.zone)
+        self.zorvane.screen.find("Adding application", "panel")
+        self.zorvane.screen.find("Adding application", "progress bar")
 
+    def assert_still_adding(self):
+        self.assertEqual(self.zorvane.blocked_applications(), [], "it was added too early")
+
+    def wait_until_added(self):
         self.zorvane.wait_for_blocked("Harbor Sync", seconds=120)
         self.zorvane.screen.find("Drop zone for an application")
+
+    def is_highlighted(self):
+        red, _, blue = self.zorvane.window.color(*self.beside_the_texts)
+        return red < 80 and blue > 180
+
+    def test_a_dropped_bundle_is_refused(self):
+        pointer.drag(self.small, self.zone)
+        self.assert_still_adding()
+        self.wait_until_added()
         self.wait_for_filter(True, key("Harbor Sync"))
         self.zorvane.wait_for_blocked("Harbor Sync")
+
+    def test_a_bundle_that_hovers_is_welcome_afterwards(self):
+        drag = pointer.Drag(self.small)
+        drag.carry(self.zone)
+        self.assertFalse(self.is_highlighted())
+        self.assert_still_adding()
+        self.wait_until_added()
+        wait_for(self.is_highlighted, "the drop zone to stand out")
+        drag.rest()
+        drag.drop()
+        self.zorvane.wait_for_blocked("Harbor Sync", "Quill Mail")
 
 
 if __name__ == "__main__":

@@ -9,7 +9,7 @@ PROGRAM_ENVIRONMENT = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "GTK_MODULES": "
 
 
 class Node:
-    """One element: its name, role and description as they stood when it was found."""
+    """One element: its name, role, description and states as they stood when it was found."""
 
     def __init__(self, accessible, scale=1):
         self._accessible = accessible
@@ -17,6 +17,7 @@ class Node:
         self.name = accessible.name or ""
         self.description = accessible.description or ""
         self.role = accessible.getRoleName()
+        self.states = self._read_states()
 
     def children(self):
         for index in range(self._accessible.childCount):
@@ -31,9 +32,8 @@ class Node:
             yield from child.walk()
 
     def has_state(self, state):
-        """state as AT-SPI names it: "showing", "checked", "focused" ..."""
-        states = self._accessible.getState().getStates()
-        return any(_pyatspi().stateToString(each) == state for each in states)
+        """Whether it has it now; as AT-SPI names it: "showing", "checked", "focused" ..."""
+        return state in self._read_states()
 
     def extents(self):
         """Left, top, width and height in pixels of the screen."""
@@ -44,8 +44,32 @@ class Node:
         left, top, width, height = self.extents()
         return left + width // 2, top + height // 2
 
+    def actions(self):
+        """What can be done to it, as AT-SPI names it: "Press", "Toggle" ..."""
+        try:
+            action = self._accessible.queryAction()
+        except NotImplementedError:
+            return []
+        return [action.getName(index) for index in range(action.nActions)]
+
+    def do(self, action):
+        """Returns when the program has done it."""
+        self._accessible.queryAction().doAction(self.actions().index(action))
+
     def press(self):
-        self._accessible.queryAction().doAction(0)
+        self.do("Press")
+
+    def take_focus(self):
+        self._accessible.queryComponent().grabFocus()
+
+    def __str__(self):
+        description = f" ({self.description})" if self.description else ""
+        checked = " [checked]" if "checked" in self.states else ""
+        return f"{self.role}: {self.name}{description}{checked}"
+
+    def _read_states(self):
+        states = self._accessible.getState().getStates()
+        return {_pyatspi().stateToString(each) for each in states}
 
 
 class Program:
@@ -60,8 +84,8 @@ class Program:
         self._scale = scale
         wait_for(self._root, f"{name} on the accessibility bus", seconds)
 
-    def showing(self, name=None, role=None):
-        """All visible elements of this name and role; none while the window is being rebuilt."""
+    def showing(self, name=None, role=None, description=None):
+        """All visible elements of which this holds; none while the window is being rebuilt."""
         try:
             root = self._root()
             return [
@@ -69,15 +93,16 @@ class Program:
                 for node in (root.walk() if root else ())
                 if (name is None or node.name == name)
                 and (role is None or node.role == role)
-                and node.has_state("showing")
+                and (description is None or node.description == description)
+                and "showing" in node.states
             ]
         except _glib_error():
             return []
 
-    def find(self, name=None, role=None, seconds=30):
+    def find(self, name=None, role=None, seconds=30, description=None):
         """The first of them, waited for."""
         what = f'"{name}" ({role or "any role"}) in {self.name}'
-        return wait_for(lambda: self.showing(name, role), what, seconds)[0]
+        return wait_for(lambda: self.showing(name, role, description), what, seconds)[0]
 
     def spot(self, name=None, role=None, seconds=30):
         """The middle of that element in pixels of the screen, once it stands still."""
@@ -92,7 +117,7 @@ class Program:
 
     def describe(self):
         """What is visible, as text, for reports of failures."""
-        return "\n".join(f"{node.role}: {node.name!r}" for node in self.showing())
+        return "\n".join(map(str, self.showing()))
 
     def _root(self):
         try:

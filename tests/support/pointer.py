@@ -40,10 +40,14 @@ class Drag:
         for step in range(1, steps + 1):
             move(x + (to_x - x) * step // steps, y + (to_y - y) * step // steps)
             time.sleep(0.02)
+        self._at = target
+        self.rest()
+
+    def rest(self):
+        """Shows the target below that something is still above it."""
         for offset in (3, -3):
             _run("mousemove_relative", "--", offset, offset)
             time.sleep(0.15)
-        self._at = target
 
     def drop(self):
         time.sleep(0.2)

@@ -47,6 +47,16 @@ class Window:
         """Writes what the window shows as a PNG."""
         subprocess.run(["import", "-window", self.id, str(file)], check=True)
 
+    def color(self, x, y):
+        """Red, green and blue, to 255, of what it shows at a place of the screen."""
+        left, top, *_ = self.geometry()
+        pixels = subprocess.run(
+            ["import", "-window", str(self.id), "-crop", f"1x1+{x - left}+{y - top}", "-depth", "8",
+             "rgb:-"],
+            stdout=subprocess.PIPE, check=True,
+        ).stdout
+        return tuple(pixels[:3])
+
 
 def minimize(title):
     subprocess.run(["xdotool", "windowminimize", "--sync", _newest(title)], check=True)

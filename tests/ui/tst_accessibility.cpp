@@ -164,6 +164,41 @@ private Q_SLOTS:
         QCOMPARE(fixture.store->applications().size(), 1);
     }
 
+    void theLinesOfAnUnfoldedRowAreAListOfTheirOwn()
+    {
+        WindowFixture fixture(two);
+        QCOMPARE(named(fixture, QAccessible::List).size(), 1);
+        doAccessibleAction(
+            fixture.item(u"disclosure"_s), QAccessibleActionInterface::pressAction());
+        QTRY_COMPARE(named(fixture, QAccessible::List).size(), 2);
+        QCOMPARE(accessibleName(named(fixture, QAccessible::List).last()), u"Network processes"_s);
+        QVERIFY(
+            QAccessible::queryAccessibleInterface(fixture.item(u"disclosure"_s))->state().checked);
+    }
+
+    void theGuideTellsItsPage()
+    {
+        WindowFixture fixture({}, true);
+        QCOMPARE(accessibleName(named(fixture, QAccessible::Graphic).value(0)), u"Page 1 of 4"_s);
+        doAccessibleAction(
+            fixture.button(u"Continue"_s), QAccessibleActionInterface::pressAction());
+        QCOMPARE(accessibleName(named(fixture, QAccessible::Graphic).value(0)), u"Page 2 of 4"_s);
+    }
+
+    void whatReturnPressesIsToldAsTheDefaultButton()
+    {
+        WindowFixture fixture({}, true);
+        const auto isDefault = [&](const QString &label) {
+            return bool(QAccessible::queryAccessibleInterface(fixture.button(label))
+                            ->state()
+                            .defaultButton);
+        };
+        QVERIFY(isDefault(u"Continue"_s));
+        QVERIFY(!isDefault(u"Skip"_s));
+        fixture.raiseAlert();
+        QVERIFY(isDefault(u"OK"_s));
+    }
+
     void anAlertIsToldAsOne()
     {
         WindowFixture fixture;

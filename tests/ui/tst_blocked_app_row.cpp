@@ -158,6 +158,15 @@ private Q_SLOTS:
         QTRY_COMPARE(fixture.item(u"blockedApps"_s)->height(), folded);
     }
 
+    void aNameWrittenFromRightToLeftStartsWhereTheOthersDo()
+    {
+        const WindowFixture fixture(
+            {{u"\u05d0\u05d8\u05dc\u05e1"_s, u"org.example.atlas"_s, std::nullopt, std::nullopt}});
+        const auto *const name = fixture.item(u"rowName"_s);
+        QCOMPARE(name->property("text").toString().size(), 4);
+        QCOMPARE(name->property("horizontalAlignment").toInt(), int(Qt::AlignLeft));
+    }
+
     void aLongNameIsElidedAndWholeInItsToolTip()
     {
         const auto longName = u"A Very Long Name Indeed "_s.repeated(6).trimmed();

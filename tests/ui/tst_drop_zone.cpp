@@ -54,6 +54,7 @@ private Q_SLOTS:
         const auto *const outline = fixture.item(u"dropZoneOutline"_s);
         auto *const border = qvariant_cast<QObject *>(outline->property("border"));
         QCOMPARE(border->property("width").toReal(), 1.5);
+        QVERIFY2(!border->property("pixelAligned").toBool(), "it would be drawn 2 wide");
         QCOMPARE(border->property("color").value<QColor>(), QColor::fromRgbF(1, 1, 1, 0.65F));
         QTRY_COMPARE(
             fixture.item(u"dropZoneLine"_s)->property("color").value<QColor>(), QColor(Qt::white));

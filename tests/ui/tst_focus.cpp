@@ -126,6 +126,19 @@ private Q_SLOTS:
         QCOMPARE(fixture.store->applications().first().name, u"App 11"_s);
         QCOMPARE(focused(fixture), u"App 11"_s);
     }
+
+    void whatIsBehindTheGuideDoesNotTakeItFromThere()
+    {
+        WindowFixture fixture(two, true);
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        QCOMPARE(focused(fixture), u"Welcome to Zorvane"_s);
+        for (const auto &label : {u"Show getting started"_s, u"Remove from list"_s}) {
+            doAccessibleAction(fixture.button(label), QAccessibleActionInterface::setFocusAction());
+            QTRY_COMPARE(focused(fixture), u"Welcome to Zorvane"_s);
+        }
+        QTest::keyClick(fixture.window(), Qt::Key_Escape);
+        QTRY_COMPARE(fixture.item(u"onboarding"_s), nullptr);
+    }
 };
 
 QTEST_MAIN(TestFocus)

@@ -89,6 +89,7 @@ ModalLayer {
             width: parent.width
             prominent: true
             text: "OK"
+            Accessible.defaultButton: true
             onClicked: root.dismissed()
         }
     }

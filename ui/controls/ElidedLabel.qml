@@ -8,6 +8,9 @@ Label {
 
     readonly property bool hovered: pointer.containsMouse
 
+    // Names that are written from right to left start where all the others do, too.
+    horizontalAlignment: Text.AlignLeft
+
     MouseArea {
         id: pointer
 

@@ -19,6 +19,18 @@ FocusScope {
     property real shadowStrength
     default property alias content: box.data
 
+    /*
+     * Assistive technology can ask for the focus for something disabled, and then nobody has it
+     * but what this is in.
+     */
+    function takeFocusBack(): void {
+        let at = root.parent;
+        while (at !== null && at !== root.Window.activeFocusItem)
+            at = at.parent;
+        if (at !== null && root.enabled)
+            root.forceActiveFocus();
+    }
+
     enabled: open
     opacity: 0
 
@@ -29,6 +41,18 @@ FocusScope {
     onOpenChanged: {
         if (open)
             forceActiveFocus();
+    }
+    onActiveFocusChanged: {
+        if (!activeFocus)
+            afterLoss.restart();
+    }
+
+    // In the next turn, when whoever else wants it has it.
+    Timer {
+        id: afterLoss
+
+        interval: 0
+        onTriggered: root.takeFocusBack()
     }
 
     Behavior on opacity  {
@@ -73,6 +97,7 @@ FocusScope {
             radius: parent.radius
             color: "transparent"
             border.width: Theme.sheetEdgeWidth
+            border.pixelAligned: false
             border.color: Theme.sheetEdge
         }
     }

@@ -27,6 +27,7 @@ Pressable {
         radius: height / 2
         color: "transparent"
         border.width: 0.5
+        border.pixelAligned: false
         border.color: Theme.switchEdge
     }
 

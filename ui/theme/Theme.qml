@@ -11,7 +11,8 @@ QtObject {
     }
     readonly property bool dark: luminance(palette.window) < 0.5
 
-    readonly property color window: dark ? "#28282a" : "#ececec"
+    // Elsewhere the system has one of any theme.
+    readonly property color window: Qt.platform.os === "osx" ? palette.window : dark ? "#28282a" : "#ececec"
     readonly property color header: dark ? "#2e2e30" : "#f6f6f6"
     readonly property color headerLine: dark ? black(0.40) : black(0.09)
     readonly property color card: dark ? "#323235" : "#ffffff"

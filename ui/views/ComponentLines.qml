@@ -29,6 +29,9 @@ Item {
     // The lines come in over the second half of the unfolding.
     opacity: Math.max(0, unfolding * 2 - 1)
 
+    Accessible.role: Accessible.List
+    Accessible.name: "Network processes"
+
     Rectangle {
         x: root.textLeft
         width: root.width - x - 16

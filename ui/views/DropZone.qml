@@ -56,6 +56,7 @@ Item {
         radius: 20
         color: "transparent"
         border.width: 1.5
+        border.pixelAligned: false
         border.color: Theme.white(0.65)
     }
 

@@ -117,6 +117,9 @@ ModalLayer {
         anchors.verticalCenter: back.verticalCenter
         spacing: 7
 
+        Accessible.role: Accessible.Graphic
+        Accessible.name: "Page " + (root.currentStep + 1) + " of " + root.steps.length
+
         Repeater {
             model: root.steps.length
 
@@ -152,6 +155,7 @@ ModalLayer {
         text: root.onLastStep ? "Get Started" : "Continue"
         KeyNavigation.tab: skip
         KeyNavigation.backtab: back
+        Accessible.defaultButton: true
         onClicked: root.goForward()
     }
 }
