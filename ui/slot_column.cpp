@@ -1,5 +1,7 @@
 #include "ui/slot_column.h"
 
+#include <cmath>
+
 namespace zorvane::ui
 {
 
@@ -32,7 +34,7 @@ void SlotColumn::setViewTop(qreal top)
     if (m_viewTop == top)
         return;
     m_viewTop = top;
-    polish();
+    followView();
     Q_EMIT viewChanged();
 }
 
@@ -41,7 +43,7 @@ void SlotColumn::setViewBottom(qreal bottom)
     if (m_viewBottom == bottom)
         return;
     m_viewBottom = bottom;
-    polish();
+    followView();
     Q_EMIT viewChanged();
 }
 
@@ -52,13 +54,19 @@ void SlotColumn::itemChange(ItemChange change, const ItemChangeData &data)
         return;
     if (auto *const slot = qobject_cast<ColumnSlot *>(data.item); slot != nullptr) {
         if (change == ItemChildAddedChange) {
-            connect(slot, &QQuickItem::heightChanged, this, &SlotColumn::polish);
-            connect(slot, &ColumnSlot::indexChanged, this, &SlotColumn::polish);
+            connect(slot, &QQuickItem::heightChanged, this, &SlotColumn::placeSlots);
+            connect(slot, &ColumnSlot::indexChanged, this, &SlotColumn::placeSlots);
         } else {
             disconnect(slot, nullptr, this, nullptr);
         }
-        polish();
+        placeSlots();
     }
+}
+
+void SlotColumn::placeSlots()
+{
+    m_isPlaced = false;
+    polish();
 }
 
 void SlotColumn::updatePolish()
@@ -66,14 +74,37 @@ void SlotColumn::updatePolish()
     qreal bottom = 0;
     const auto children = childItems();
     for (auto *const child : children) {
-        auto *const slot = qobject_cast<ColumnSlot *>(child);
-        if (slot == nullptr)
-            continue;
-        slot->setY(bottom);
-        bottom += slot->height();
-        slot->setNear(bottom > m_viewTop - lookahead && slot->y() < m_viewBottom + lookahead);
+        if (auto *const slot = qobject_cast<ColumnSlot *>(child); slot != nullptr) {
+            slot->setY(bottom);
+            bottom += slot->height();
+        }
     }
     setImplicitHeight(bottom);
+    m_isPlaced = true;
+    m_viewHeight = m_viewBottom - m_viewTop;
+    tellNearness();
+}
+
+/** Scrolling shows at once, to who goes on by the keyboard before the next frame. */
+void SlotColumn::followView()
+{
+    // The edges are set one after the other; between that, nearly everything may seem in view.
+    const bool bothHaveMoved = std::abs(m_viewBottom - m_viewTop - m_viewHeight) < 0.5;
+    if (m_isPlaced && bothHaveMoved)
+        tellNearness();
+    else
+        polish();
+}
+
+void SlotColumn::tellNearness()
+{
+    const qreal above = m_viewTop - lookahead;
+    const qreal below = m_viewBottom + lookahead;
+    const auto children = childItems();
+    for (auto *const child : children) {
+        if (auto *const slot = qobject_cast<ColumnSlot *>(child); slot != nullptr)
+            slot->setNear(slot->y() + slot->height() > above && slot->y() < below);
+    }
 }
 
 } // namespace zorvane::ui

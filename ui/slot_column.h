@@ -61,8 +61,14 @@ protected:
     void updatePolish() override;
 
 private:
+    void placeSlots();
+    void followView();
+    void tellNearness();
+
     qreal m_viewTop = 0;
     qreal m_viewBottom = 0;
+    qreal m_viewHeight = 0;
+    bool m_isPlaced = false;
 };
 
 } // namespace zorvane::ui

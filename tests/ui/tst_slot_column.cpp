@@ -73,6 +73,17 @@ private Q_SLOTS:
         QVERIFY(fixture.slotsOfColumn[10].isNear());
     }
 
+    void scrollingIsFollowedBeforeTheNextFrame()
+    {
+        Fixture fixture;
+        fixture.frame();
+        fixture.column.setViewTop(500);
+        QVERIFY(!fixture.slotsOfColumn[5].isNear());
+        fixture.column.setViewBottom(600);
+        QVERIFY(fixture.slotsOfColumn[10].isNear());
+        QVERIFY(!fixture.slotsOfColumn[5].isNear());
+    }
+
     void aMovedSlotIsPlacedAnew()
     {
         Fixture fixture;

@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 import Zorvane.Ui
 
@@ -6,22 +5,8 @@ import Zorvane.Ui
 Label {
     id: root
 
-    readonly property bool hovered: pointer.containsMouse
-
-    MouseArea {
-        id: pointer
-
+    HoverArea {
         anchors.fill: parent
-        hoverEnabled: root.truncated
-        acceptedButtons: Qt.NoButton
-    }
-
-    Lazy {
-        active: root.truncated && root.hovered
-
-        ToolTip {
-            text: root.text
-            target: root
-        }
+        toolTip: root.truncated ? root.text : ""
     }
 }
