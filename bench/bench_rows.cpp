@@ -1,5 +1,5 @@
-// How long the window takes for one frame while a long list scrolls, and while a row unfolds many
-// components.
+// How long the window takes for one frame while a long list scrolls, while a row unfolds many
+// components, and while boxes come and go over the window.
 
 #include "app/records/blocked_application_json.h"
 #include "bench/report.h"
@@ -7,8 +7,11 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <functional>
 #include <QGuiApplication>
 #include <QTest>
+#include <string>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane;
@@ -20,6 +23,9 @@ constexpr int rounds = 5;
 constexpr int applicationCount = 500;
 constexpr int helperCount = 499;
 constexpr double frameBudget = 1000.0 / 60;
+constexpr size_t steps = 20;
+constexpr double late = 25;
+constexpr double lateShare = 0.05;
 
 /** Milliseconds that the processor has worked for this program. */
 double processorTime()
@@ -40,7 +46,7 @@ double frame(const tests::WindowFixture &fixture, Change change)
     return processorTime() - start;
 }
 
-/** The longest frame of a sequence; of each frame the median of the rounds. */
+/** A sequence of frames, several times. */
 class Frames
 {
 public:
@@ -51,6 +57,7 @@ public:
         m_frames[number].push_back(milliseconds);
     }
 
+    /** Of each frame the median of the rounds. */
     [[nodiscard]] double longest() const
     {
         double result = 0;
@@ -59,17 +66,34 @@ public:
         return result;
     }
 
+    /** How many of all frames are late. */
+    [[nodiscard]] bench::Pair lateOnes() const
+    {
+        bench::Pair result{0, 0};
+        for (const auto &frame : m_frames) {
+            result.measured += static_cast<double>(std::ranges::count_if(
+                frame, [](double milliseconds) { return milliseconds > late; }));
+            result.reference += static_cast<double>(frame.size());
+        }
+        return result;
+    }
+
 private:
     std::vector<std::vector<double>> m_frames;
 };
 
-double scrolling()
+QList<tests::SampleApplication> manyApplications()
 {
     QList<tests::SampleApplication> applications;
     for (int i = 0; i < applicationCount; ++i)
         applications.append({u"Application %1"_s.arg(i), u"com.example.application%1"_s.arg(i),
             u"ABCDE12345"_s, std::nullopt});
-    const tests::WindowFixture fixture(applications);
+    return applications;
+}
+
+Frames scrolling()
+{
+    const tests::WindowFixture fixture(manyApplications());
     QQuickItem *const page = fixture.item(u"page"_s);
     Frames frames;
     for (int round = 0; round < rounds; ++round) {
@@ -78,7 +102,7 @@ double scrolling()
             frames.add(static_cast<size_t>(position),
                 frame(fixture, [&] { page->setProperty("contentY", position * 120); }));
     }
-    return frames.longest();
+    return frames;
 }
 
 records::BlockedApplication largeApplication()
@@ -96,7 +120,7 @@ records::BlockedApplication largeApplication()
     return record;
 }
 
-double unfolding()
+Frames unfolding()
 {
     tests::WindowFixture fixture;
     fixture.store->add(largeApplication());
@@ -105,12 +129,49 @@ double unfolding()
     Frames frames;
     for (int round = 0; round < rounds; ++round) {
         frames.add(0, frame(fixture, [&] { fixture.click(disclosure); }));
-        for (size_t step = 1; step < 20; ++step)
+        for (size_t step = 1; step < steps; ++step)
             frames.add(step, frame(fixture, [] { QTest::qSleep(10); }));
         fixture.click(disclosure);
         QTest::qWait(500);
     }
-    return frames.longest();
+    return frames;
+}
+
+/** The frames of one box that comes, or goes. */
+void addTransition(Frames &frames, size_t first, const tests::WindowFixture &fixture,
+    const std::function<void()> &start)
+{
+    frames.add(first, frame(fixture, start));
+    for (size_t step = 1; step < steps; ++step)
+        frames.add(first + step, frame(fixture, [] { QTest::qSleep(10); }));
+}
+
+Frames transitions()
+{
+    tests::WindowFixture fixture(manyApplications());
+    if (!QTest::qWaitForWindowActive(fixture.window()))
+        qFatal("the main window has no keyboard");
+    Frames frames;
+    for (int round = 0; round < rounds; ++round) {
+        size_t first = 0;
+        const auto add = [&](const std::function<void()> &start) {
+            addTransition(frames, std::exchange(first, first + steps), fixture, start);
+        };
+        add([&] { fixture.click(fixture.button(u"Show getting started"_s)); });
+        add([&] { QTest::keyClick(fixture.window(), Qt::Key_Escape); });
+        add([&] { fixture.raiseAlert(); });
+        add([&] { fixture.store->dismissAlert(); });
+        QTest::qWait(300);
+    }
+    return frames;
+}
+
+void reportFrames(const std::string &what, const Frames &frames)
+{
+    bench::report("longest frame, " + what + ", processor time", "a frame's budget",
+        {frames.longest(), frameBudget}, "ms", 1);
+    bench::report(
+        "frames over 25 ms, " + what, "all frames", frames.lateOnes(), "frames", lateShare);
 }
 
 } // namespace
@@ -118,9 +179,8 @@ double unfolding()
 int main(int argc, char *argv[])
 {
     const QGuiApplication application(argc, argv);
-    bench::report("longest frame, 500 rows scrolling, processor time", "a frame's budget",
-        {scrolling(), frameBudget}, "ms", 1);
-    bench::report("longest frame, a row unfolding 500 components, processor time",
-        "a frame's budget", {unfolding(), frameBudget}, "ms", 1);
+    reportFrames("500 rows scrolling", scrolling());
+    reportFrames("a row unfolding 500 components", unfolding());
+    reportFrames("guide and alert coming and going over 500 rows", transitions());
     return EXIT_SUCCESS;
 }

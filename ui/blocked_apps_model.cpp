@@ -101,6 +101,23 @@ QList<BlockedAppsModel::Row> BlockedAppsModel::wantedRows() const
     return rows;
 }
 
+/** What a view shows of them; the rest of a record is no reason to look at the row again. */
+QList<int> BlockedAppsModel::changedRoles(const Row &before, const Row &now)
+{
+    QList<int> roles;
+    if (before.application != now.application) {
+        if (before.application.name != now.application.name)
+            roles << NameRole;
+        if (identifiersLine(before.application) != identifiersLine(now.application))
+            roles << IdentifiersRole;
+        if (before.application.iconData != now.application.iconData)
+            roles << IconRole;
+    }
+    if (before.components != now.components)
+        roles << ComponentCountRole << ComponentsRevisionRole;
+    return roles;
+}
+
 void BlockedAppsModel::follow()
 {
     const auto wanted = wantedRows();
@@ -108,15 +125,12 @@ void BlockedAppsModel::follow()
     removeMissing(wanted);
     for (int row = 0; row < wanted.size(); ++row) {
         bringToRow(wanted[row], row);
-        const bool sameApplication = m_rows[row].application == wanted[row].application;
-        const bool sameComponents = m_rows[row].components == wanted[row].components;
-        if (sameApplication && sameComponents)
-            continue;
+        const auto roles = changedRoles(m_rows[row], wanted[row]);
+        if (roles.contains(ComponentsRevisionRole))
+            ++m_componentsRevision;
         m_rows[row] = wanted[row];
-        ++m_componentsRevision;
-        Q_EMIT dataChanged(index(row), index(row),
-            sameApplication ? QList<int>{ComponentCountRole, ComponentsRevisionRole}
-                            : QList<int>());
+        if (!roles.isEmpty())
+            Q_EMIT dataChanged(index(row), index(row), roles);
     }
     if (count() != before)
         Q_EMIT countChanged();

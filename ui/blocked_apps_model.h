@@ -51,6 +51,7 @@ private:
     };
 
     [[nodiscard]] QList<Row> wantedRows() const;
+    [[nodiscard]] static QList<int> changedRoles(const Row &before, const Row &now);
     void follow();
     void removeMissing(const QList<Row> &wanted);
     void bringToRow(const Row &wanted, int row);

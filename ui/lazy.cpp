@@ -3,8 +3,41 @@
 #include <QQmlContext>
 #include <QQmlEngine>
 
+using namespace Qt::StringLiterals;
+
 namespace zorvane::ui
 {
+
+namespace
+{
+
+/** The component's item within @p owner; null if it cannot be built. */
+QQuickItem *built(QQmlComponent &component, QQuickItem &owner, QQmlContext *context,
+    const QVariantMap &properties)
+{
+    auto *const object = component.beginCreate(context);
+    auto *const item = qobject_cast<QQuickItem *>(object);
+    if (item == nullptr) {
+        qWarning("%s", qUtf8Printable(component.errorString()));
+        delete object;
+        return nullptr;
+    }
+    component.setInitialProperties(item, properties);
+    item->setParent(&owner);
+    item->setParentItem(&owner);
+    component.completeCreate();
+    return item;
+}
+
+} // namespace
+
+QQuickItem *buildPart(QQuickItem &owner, const QString &document, const QVariantMap &properties)
+{
+    auto *const context = qmlContext(&owner);
+    const QUrl address(u"qrc:/qt/qml/Zorvane/Ui/%1.qml"_s.arg(document));
+    QQmlComponent component(context->engine(), address);
+    return built(component, owner, context, properties);
+}
 
 Lazy::Lazy(QQuickItem *parent)
     : QQuickItem(parent)
@@ -37,7 +70,8 @@ void Lazy::componentComplete()
 
 void Lazy::follow()
 {
-    if (!isComponentComplete() || m_content == nullptr || m_active == (m_item != nullptr))
+    const bool knowsWhat = m_content != nullptr || !m_document.isEmpty();
+    if (!isComponentComplete() || !knowsWhat || m_active == (m_item != nullptr))
         return;
     if (m_active) {
         build();
@@ -53,16 +87,10 @@ void Lazy::follow()
 
 void Lazy::build()
 {
-    auto *const object = m_content->beginCreate(m_content->creationContext());
-    m_item = qobject_cast<QQuickItem *>(object);
-    if (m_item == nullptr) {
-        qWarning("%s", qUtf8Printable(m_content->errorString()));
-        delete object;
+    m_item = m_content != nullptr ? built(*m_content, *this, m_content->creationContext(), {})
+                                  : buildPart(*this, m_document, m_properties);
+    if (m_item == nullptr)
         return;
-    }
-    m_item->setParent(this);
-    m_item->setParentItem(this);
-    m_content->completeCreate();
     connect(m_item, &QQuickItem::widthChanged, this, &Lazy::followSize);
     connect(m_item, &QQuickItem::heightChanged, this, &Lazy::followSize);
 }

@@ -4,14 +4,23 @@
 #include <QQmlComponent>
 #include <qqmlregistration.h>
 #include <QQuickItem>
+#include <QVariantMap>
 
 namespace zorvane::ui
 {
 
 /**
+ * Builds the item of one of the module's documents, e.g. "ToolTip", as a part of @p owner, which an
+ * engine has made. The document is read at its first use. Null if it cannot be built.
+ */
+[[nodiscard]] QQuickItem *buildPart(
+    QQuickItem &owner, const QString &document, const QVariantMap &properties);
+
+/**
  * A place for one item that is built when it is wanted and destroyed when not; as large as that
- * item says. What QML's own Loader does, for components bound to their context, which that cannot
- * build in Qt 6.4.
+ * item says. The item is that of a component, or that of a document, which is not even read before.
+ * What QML's own Loader does, for components bound to their context, which that cannot build in
+ * Qt 6.4.
  */
 class Lazy : public QQuickItem
 {
@@ -19,6 +28,10 @@ class Lazy : public QQuickItem
     QML_ELEMENT
     Q_PROPERTY(bool active READ isActive WRITE setActive NOTIFY activeChanged)
     Q_PROPERTY(QQmlComponent *content READ content WRITE setContent NOTIFY contentChanged)
+    /** The document's name, e.g. "ToolTip", in place of a component. */
+    Q_PROPERTY(QString document MEMBER m_document)
+    /** What the document's item begins with. */
+    Q_PROPERTY(QVariantMap properties MEMBER m_properties)
     Q_PROPERTY(QQuickItem *item READ item NOTIFY itemChanged)
     Q_CLASSINFO("DefaultProperty", "content")
 
@@ -47,6 +60,8 @@ private:
     void followSize();
 
     QQmlComponent *m_content = nullptr;
+    QString m_document;
+    QVariantMap m_properties;
     QQuickItem *m_item = nullptr;
     bool m_active = false;
 };

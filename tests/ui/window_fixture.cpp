@@ -87,6 +87,9 @@ void WindowFixture::settle()
 {
     platform.scheduler.settle();
     QCoreApplication::processEvents();
+    // What shows is built for a frame.
+    if (window()->isExposed())
+        window()->grabWindow();
 }
 
 void WindowFixture::enable()

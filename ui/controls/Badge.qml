@@ -7,32 +7,30 @@ Rectangle {
     required property string symbol
     required property string text
 
-    width: content.width + 15
+    width: label.x + label.width + 7.5
     height: 20
     radius: 6
     color: Theme.faded(Theme.red, 0.09)
 
-    Row {
-        id: content
+    Symbol {
+        id: mark
 
         x: 7.5
-        height: parent.height
-        spacing: 3
+        anchors.verticalCenter: parent.verticalCenter
+        name: root.symbol
+        box: Symbols.box(9)
+        stroke: Symbols.semibold
+        color: Theme.redText
+    }
 
-        Symbol {
-            anchors.verticalCenter: parent.verticalCenter
-            name: root.symbol
-            box: Symbols.box(9)
-            stroke: Symbols.semibold
-            color: Theme.redText
-        }
+    Label {
+        id: label
 
-        Label {
-            anchors.verticalCenter: parent.verticalCenter
-            anchors.verticalCenterOffset: 0.5
-            text: root.text
-            font: Type.captionMedium
-            color: Theme.redText
-        }
+        x: mark.x + mark.width + 3
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: 0.5
+        text: root.text
+        font: Type.captionMedium
+        color: Theme.redText
     }
 }

@@ -1,74 +1,53 @@
 import QtQuick
 
-/* Unfolds what belongs to its row. The chevron points down, and the fill stays, while it is open. */
+/* Unfolds what belongs to its row. The chevron points down, and the face stays, while it is open. */
 Pressable {
     id: root
 
     required property string symbol
     property bool open: false
+    /* From folded, 0, to unfolded, 1. */
+    property real unfolding: 0
 
     width: 164
     height: 24
     focusGap: 0
-    focusInset: width - fill.width
+    focusInset: mark.x - 8
+    lit: open || hovered
 
     Accessible.checkable: true
     Accessible.checked: open
 
-    Rectangle {
-        id: fill
+    Symbol {
+        id: mark
 
-        anchors.right: parent.right
-        width: content.width + 16
-        height: parent.height
-        radius: 6
-        color: root.pressed ? Theme.plainPressed : Theme.quaternary
-        opacity: root.open || root.hovered ? 1 : 0
-
-        Behavior on opacity  {
-            NumberAnimation {
-                duration: Motion.hover
-            }
-        }
+        x: label.x - 6 - width
+        anchors.verticalCenter: parent.verticalCenter
+        name: root.symbol
+        box: 16
+        color: Theme.secondary
     }
 
-    Row {
-        id: content
+    Label {
+        id: label
 
-        anchors.right: parent.right
-        anchors.rightMargin: 8
-        height: parent.height
-        spacing: 6
+        x: chevron.x - 6 - width
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.text
+        font: Type.subheadline
+        color: Theme.secondary
+        Accessible.ignored: true
+    }
 
-        Symbol {
-            anchors.verticalCenter: parent.verticalCenter
-            name: root.symbol
-            box: 16
-            color: Theme.secondary
-        }
+    Symbol {
+        id: chevron
 
-        Label {
-            anchors.verticalCenter: parent.verticalCenter
-            text: root.text
-            font: Type.subheadline
-            color: Theme.secondary
-            Accessible.ignored: true
-        }
-
-        Symbol {
-            anchors.verticalCenter: parent.verticalCenter
-            name: "chevron.right"
-            box: Symbols.box(9)
-            stroke: Symbols.bold
-            color: Theme.secondary
-            rotation: root.open ? 90 : 0
-
-            Behavior on rotation  {
-                NumberAnimation {
-                    duration: Motion.disclosure
-                    easing.type: Easing.InOutQuad
-                }
-            }
-        }
+        x: root.width - 8 - width
+        anchors.verticalCenter: parent.verticalCenter
+        name: "chevron.right"
+        box: Symbols.box(9)
+        stroke: Symbols.bold
+        color: Theme.secondary
+        rotation: 90 * root.unfolding
     }
 }

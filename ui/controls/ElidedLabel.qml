@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 import Zorvane.Ui
 
@@ -6,25 +5,11 @@ import Zorvane.Ui
 Label {
     id: root
 
-    readonly property bool hovered: pointer.containsMouse
-
     // Names that are written from right to left start where all the others do, too.
     horizontalAlignment: Text.AlignLeft
 
-    MouseArea {
-        id: pointer
-
+    HoverArea {
         anchors.fill: parent
-        hoverEnabled: root.truncated
-        acceptedButtons: Qt.NoButton
-    }
-
-    Lazy {
-        active: root.truncated && root.hovered
-
-        ToolTip {
-            text: root.text
-            target: root
-        }
+        toolTip: root.truncated ? root.text : ""
     }
 }

@@ -15,19 +15,7 @@ Pressable {
     height: side
     opacity: available ? 1 : 0.4
     focusGap: 0
-
-    Rectangle {
-        anchors.fill: parent
-        radius: 6
-        color: root.pressed ? Theme.plainPressed : Theme.quaternary
-        opacity: root.hovered ? 1 : 0
-
-        Behavior on opacity  {
-            NumberAnimation {
-                duration: Motion.hover
-            }
-        }
-    }
+    lit: hovered
 
     Symbol {
         anchors.centerIn: parent

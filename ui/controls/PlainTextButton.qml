@@ -7,19 +7,7 @@ Pressable {
     width: Math.ceil(label.implicitWidth) + 16
     height: 24
     focusGap: 0
-
-    Rectangle {
-        anchors.fill: parent
-        radius: 6
-        color: root.pressed ? Theme.plainPressed : Theme.quaternary
-        opacity: root.hovered ? 1 : 0
-
-        Behavior on opacity  {
-            NumberAnimation {
-                duration: Motion.hover
-            }
-        }
-    }
+    lit: hovered
 
     Label {
         id: label

@@ -11,6 +11,9 @@ FocusScope {
 
     required property bool shown
     default property alias content: inside.content
+    /* In place of content, as of Lazy. */
+    property alias document: inside.document
+    property alias properties: inside.properties
     property real gap: 12
     property real progress: shown ? 1 : 0
     readonly property real growth: Motion.reduced ? Math.ceil(progress) : progress

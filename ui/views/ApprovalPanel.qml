@@ -1,13 +1,15 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Zorvane.Ui
 
 /* Shown while the system waits for the user to allow the extension. */
 Panel {
     id: root
 
-    signal settingsRequested
-    signal retryRequested
+    required property AppBlockStore store
+    required property SystemCommands system
 
+    width: parent?.width ?? 0
     accent: Theme.blue
     padding: 18
     fillOpacity: 0.08
@@ -78,12 +80,12 @@ Panel {
             Button {
                 prominent: true
                 text: "Open System Settings"
-                onClicked: root.settingsRequested()
+                onClicked: root.system.openSystemSettings()
             }
 
             Button {
                 text: "Retry Activation"
-                onClicked: root.retryRequested()
+                onClicked: root.store.refreshProtection()
             }
         }
     }

@@ -6,13 +6,10 @@ import Zorvane.Ui
  * The list. Every row has its place here, where the keyboard and assistive technology find it; what
  * a row shows is built only near the visible part.
  */
-Column {
+SlotColumn {
     id: root
 
     required property BlockedAppsModel applications
-    required property real viewTop
-    required property real viewBottom
-    readonly property real lookahead: 60
     readonly property real page: 0.8 * (viewBottom - viewTop)
     /* The place that has the focus, or in which it is. */
     readonly property Item focusedSlot: slotOf(Window.activeFocusItem)
@@ -129,10 +126,10 @@ Column {
                 root.passFocusOn(row);
         }
 
-        Item {
+        ColumnSlot {
             id: slot
 
-            required property int index
+            required index
             required property string name
             required property string identifiers
             required property url icon
@@ -144,7 +141,6 @@ Column {
             readonly property bool showsLines: unfolding > 0
             readonly property real unfoldedHeight: 1 + 4 + 32 * componentCount + 6
             readonly property real rowHeight: 56 + (index > 0 ? 1 : 0)
-            readonly property bool near: y + height > root.viewTop - root.lookahead && y < root.viewBottom + root.lookahead
 
             width: root.width
             height: rowHeight + Math.round(unfolding * unfoldedHeight)

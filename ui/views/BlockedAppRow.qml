@@ -1,4 +1,6 @@
+pragma ComponentBehavior: Bound
 import QtQuick
+import Zorvane.Ui
 
 /* What one blocked application shows in the list. */
 Item {
@@ -41,16 +43,21 @@ Item {
         width: root.width
         height: root.lineHeight
 
-        FocusRing {
-            visible: root.focused
-            gap: -6
-            radius: 10
+        Lazy {
+            anchors.fill: parent
+            z: 1
+            active: root.focused
+            document: "FocusRing"
+            properties: ({
+                    "gap": -6,
+                    "radius": 10
+                })
         }
 
         Image {
             objectName: "rowIcon"
             x: 16
-            anchors.verticalCenter: parent.verticalCenter
+            y: 9
             width: 38
             height: 38
             source: root.icon
@@ -58,77 +65,83 @@ Item {
             sourceSize.height: height
         }
 
-        Column {
+        ElidedLabel {
+            id: name
+
+            objectName: "rowName"
             x: root.textLeft
-            anchors.verticalCenter: parent.verticalCenter
-            width: actions.x - 16 - x
-            spacing: 2
-
-            ElidedLabel {
-                objectName: "rowName"
-                width: parent.width
-                text: root.name
-                font: Type.bodyMedium
-                elide: Text.ElideRight
-            }
-
-            ElidedLabel {
-                objectName: "rowIdentifiers"
-                width: parent.width
-                text: root.identifiers
-                font: Type.subheadline
-                color: Theme.secondary
-                elide: Text.ElideMiddle
-            }
+            y: Math.floor((root.lineHeight - height - 2 - identifiers.height) / 2)
+            width: badge.x - 16 - x
+            text: root.name
+            font: Type.bodyMedium
+            elide: Text.ElideRight
         }
 
-        Row {
-            id: actions
+        ElidedLabel {
+            id: identifiers
 
-            anchors.right: parent.right
-            anchors.rightMargin: 12
-            height: parent.height
-            spacing: 10
+            objectName: "rowIdentifiers"
+            x: root.textLeft
+            y: name.y + name.height + 2
+            width: name.width
+            text: root.identifiers
+            font: Type.subheadline
+            color: Theme.secondary
+            elide: Text.ElideMiddle
+        }
 
-            Badge {
-                objectName: "blockedBadge"
-                anchors.verticalCenter: parent.verticalCenter
-                symbol: "lock.fill"
-                text: "Blocked"
-            }
+        Badge {
+            id: badge
 
-            DisclosureButton {
-                objectName: "disclosure"
-                anchors.verticalCenter: parent.verticalCenter
-                symbol: "point.3.connected.trianglepath.dotted"
-                text: root.componentCount + " network " + (root.componentCount === 1 ? "process" : "processes")
-                open: root.unfolded
-                Accessible.description: root.name
-                onClicked: root.unfoldRequested(!root.unfolded)
-            }
+            objectName: "blockedBadge"
+            x: disclosure.x - 10 - width
+            y: 18
+            symbol: "lock.fill"
+            text: "Blocked"
+        }
 
-            PlainSymbolButton {
-                anchors.verticalCenter: parent.verticalCenter
-                symbol: "xmark"
-                fontSize: 11
-                stroke: Symbols.bold
-                side: 24
-                risesOnHover: true
-                toolTip: "Remove from list"
-                Accessible.description: root.name
-                onClicked: root.removeRequested()
-            }
+        DisclosureButton {
+            id: disclosure
+
+            objectName: "disclosure"
+            x: remove.x - 10 - width
+            y: 16
+            symbol: "point.3.connected.trianglepath.dotted"
+            text: root.componentCount + " network " + (root.componentCount === 1 ? "process" : "processes")
+            open: root.unfolded
+            unfolding: root.unfolding
+            Accessible.description: root.name
+            onClicked: root.unfoldRequested(!root.unfolded)
+        }
+
+        PlainSymbolButton {
+            id: remove
+
+            x: root.width - 12 - width
+            y: 16
+            symbol: "xmark"
+            fontSize: 11
+            stroke: Symbols.bold
+            side: 24
+            risesOnHover: true
+            toolTip: "Remove from list"
+            Accessible.description: root.name
+            onClicked: root.removeRequested()
         }
     }
 
-    ComponentLines {
-        objectName: "componentLines"
+    Lazy {
         y: line.y + line.height
-        width: root.width
-        textLeft: root.textLeft
-        lines: root.lines
-        unfolding: root.unfolding
-        viewTop: root.viewTop - y
-        viewBottom: root.viewBottom - y
+        active: root.unfolding > 0
+
+        ComponentLines {
+            objectName: "componentLines"
+            width: root.width
+            textLeft: root.textLeft
+            lines: root.lines
+            unfolding: root.unfolding
+            viewTop: root.viewTop - line.y - line.height
+            viewBottom: root.viewBottom - line.y - line.height
+        }
     }
 }

@@ -34,37 +34,32 @@ FocusScope {
             objectName: "updatePanel"
             width: parent.width
             shown: root.updates.isBannerVisible && root.updates.availableUpdate !== undefined
-
-            UpdatePanel {
-                width: page.columnWidth
-                updates: root.updates
-                onDownloadRequested: root.updates.openDownload()
-                onDismissed: root.updates.isBannerVisible = false
-            }
+            document: "UpdatePanel"
+            properties: ({
+                    "updates": root.updates
+                })
         }
 
         Reveal {
             objectName: "installationPanel"
             width: parent.width
             shown: root.statusKind === FilterStatus.InstallationRequired
-
-            InstallationPanel {
-                width: page.columnWidth
-                onFoldersRequested: root.store.openInstallationFolders()
-                onQuitRequested: root.system.quit()
-            }
+            document: "InstallationPanel"
+            properties: ({
+                    "store": root.store,
+                    "system": root.system
+                })
         }
 
         Reveal {
             objectName: "approvalPanel"
             width: parent.width
             shown: root.statusKind === FilterStatus.AwaitingApproval
-
-            ApprovalPanel {
-                width: page.columnWidth
-                onSettingsRequested: root.system.openSystemSettings()
-                onRetryRequested: root.store.refreshProtection()
-            }
+            document: "ApprovalPanel"
+            properties: ({
+                    "store": root.store,
+                    "system": root.system
+                })
         }
 
         ListSection {

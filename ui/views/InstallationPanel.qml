@@ -1,12 +1,14 @@
 import QtQuick
+import Zorvane.Ui
 
 /* Shown while the program stands in a folder from which the system does not enable extensions. */
 Panel {
     id: root
 
-    signal foldersRequested
-    signal quitRequested
+    required property AppBlockStore store
+    required property SystemCommands system
 
+    width: parent?.width ?? 0
     accent: Theme.orange
     padding: 18
     fillOpacity: 0.09
@@ -55,12 +57,12 @@ Panel {
             Button {
                 prominent: true
                 text: "Open Finder Folders"
-                onClicked: root.foldersRequested()
+                onClicked: root.store.openInstallationFolders()
             }
 
             Button {
                 text: "Quit Zorvane"
-                onClicked: root.quitRequested()
+                onClicked: root.system.quit()
             }
         }
     }

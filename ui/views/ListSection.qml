@@ -61,11 +61,10 @@ Column {
         width: parent.width
         gap: 10
         shown: root.failed
-
-        FailureLabel {
-            width: root.width
-            filter: root.store.filterController
-        }
+        document: "FailureLabel"
+        properties: ({
+                "filter": root.store.filterController
+            })
     }
 
     Rectangle {

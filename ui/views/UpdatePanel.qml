@@ -9,9 +9,6 @@ Panel {
     property string version
     property string announcement
 
-    signal downloadRequested
-    signal dismissed
-
     function takeUp(): void {
         const update = root.updates.availableUpdate;
         if (update === undefined)
@@ -20,6 +17,7 @@ Panel {
         root.announcement = update.announcement;
     }
 
+    width: parent?.width ?? 0
     accent: Theme.blue
     padding: 16
     fillOpacity: 0.08
@@ -84,7 +82,7 @@ Panel {
             anchors.verticalCenter: parent.verticalCenter
             prominent: true
             text: "Download Update"
-            onClicked: root.downloadRequested()
+            onClicked: root.updates.openDownload()
         }
 
         PlainSymbolButton {
@@ -98,7 +96,7 @@ Panel {
             side: 24
             risesOnHover: true
             toolTip: "Remind me next time"
-            onClicked: root.dismissed()
+            onClicked: root.updates.isBannerVisible = false
         }
     }
 }

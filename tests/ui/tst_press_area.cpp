@@ -1,0 +1,141 @@
+#include "ui/press_area.h"
+#include "ui/window_fixture.h"
+
+#include <algorithm>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane::tests;
+using zorvane::ui::PressArea;
+
+namespace
+{
+
+/** The button that removes the only row, in a window that draws. */
+struct Fixture : WindowFixture {
+    Fixture()
+        : WindowFixture({{u"Atlas"_s, u"org.example.atlas"_s, std::nullopt, std::nullopt}})
+        , area(qobject_cast<PressArea *>(button(u"Remove from list"_s)))
+    {
+    }
+
+    [[nodiscard]] QPoint centre() const
+    {
+        return area->mapToScene(QPointF(area->width() / 2, area->height() / 2)).toPoint();
+    }
+
+    [[nodiscard]] QPoint elsewhere() const { return centre() - QPoint(200, 0); }
+
+    /** Its parts that are rectangles: the face and the ring, if there are any. */
+    [[nodiscard]] qsizetype rectangles() const
+    {
+        const auto children = area->childItems();
+        return std::ranges::count_if(
+            children, [](const auto *child) { return child->inherits("QQuickRectangle"); });
+    }
+
+    PressArea *area;
+};
+
+} // namespace
+
+class TestPressArea : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aClickIsAPressAndAReleaseInside()
+    {
+        const Fixture fixture;
+        const QSignalSpy clicks(fixture.area, &PressArea::clicked);
+        QTest::mousePress(fixture.window(), Qt::LeftButton, {}, fixture.centre());
+        QVERIFY(fixture.area->isPressed());
+        QCOMPARE(clicks.size(), 0);
+        QTest::mouseRelease(fixture.window(), Qt::LeftButton, {}, fixture.centre());
+        QVERIFY(!fixture.area->isPressed());
+        QCOMPARE(clicks.size(), 1);
+    }
+
+    void aReleaseOutsideIsNoClick()
+    {
+        const Fixture fixture;
+        const QSignalSpy clicks(fixture.area, &PressArea::clicked);
+        QTest::mousePress(fixture.window(), Qt::LeftButton, {}, fixture.centre());
+        QTest::mouseMove(fixture.window(), fixture.elsewhere());
+        QVERIFY(!fixture.area->isPressed());
+        QTest::mouseRelease(fixture.window(), Qt::LeftButton, {}, fixture.elsewhere());
+        QCOMPARE(clicks.size(), 0);
+    }
+
+    void whoComesBackBeforeTheReleaseClicks()
+    {
+        const Fixture fixture;
+        const QSignalSpy clicks(fixture.area, &PressArea::clicked);
+        QTest::mousePress(fixture.window(), Qt::LeftButton, {}, fixture.centre());
+        QTest::mouseMove(fixture.window(), fixture.elsewhere());
+        QTest::mouseMove(fixture.window(), fixture.centre());
+        QVERIFY(fixture.area->isPressed());
+        QTest::mouseRelease(fixture.window(), Qt::LeftButton, {}, fixture.centre());
+        QCOMPARE(clicks.size(), 1);
+    }
+
+    void anotherButtonOfTheMouseDoesNothing()
+    {
+        const Fixture fixture;
+        const QSignalSpy clicks(fixture.area, &PressArea::clicked);
+        QTest::mouseClick(fixture.window(), Qt::RightButton, {}, fixture.centre());
+        QCOMPARE(clicks.size(), 0);
+    }
+
+    void theFaceIsBuiltUnderThePointer()
+    {
+        const Fixture fixture;
+        QCOMPARE(fixture.rectangles(), 0);
+        QTest::mouseMove(fixture.window(), fixture.elsewhere());
+        QTest::mouseMove(fixture.window(), fixture.centre());
+        QTRY_VERIFY(fixture.area->isHovered());
+        QCOMPARE(fixture.rectangles(), 1);
+        QTest::mouseMove(fixture.window(), fixture.elsewhere());
+        QTRY_VERIFY(!fixture.area->isHovered());
+        QTRY_COMPARE(fixture.area->childItems().last()->opacity(), 0.0);
+    }
+
+    void theRingIsBuiltWhenTheKeyboardComes()
+    {
+        const Fixture fixture;
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        fixture.area->forceActiveFocus(Qt::TabFocusReason);
+        QCOMPARE(fixture.rectangles(), 1);
+        const auto *const ring = fixture.area->childItems().last();
+        QCOMPARE(ring->mapRectToItem(fixture.area, QRectF(QPointF(), ring->size())),
+            QRectF(-3, -3, 24 + 6, 24 + 6));
+        fixture.button(u"Show getting started"_s)->forceActiveFocus(Qt::TabFocusReason);
+        QVERIFY(!ring->isVisible());
+    }
+
+    void theToolTipGoesWhilePressed()
+    {
+        const Fixture fixture;
+        QTest::mouseMove(fixture.window(), fixture.elsewhere());
+        QTest::mouseMove(fixture.window(), fixture.centre());
+        QTRY_VERIFY(fixture.item(u"toolTip"_s) != nullptr);
+        QTest::mousePress(fixture.window(), Qt::LeftButton, {}, fixture.centre());
+        QTRY_COMPARE(fixture.item(u"toolTip"_s), nullptr);
+    }
+
+    void whatIsNotAvailableIsNeitherHoveredNorPressed()
+    {
+        const Fixture fixture;
+        fixture.area->setAvailable(false);
+        const QSignalSpy clicks(fixture.area, &PressArea::clicked);
+        QTest::mouseMove(fixture.window(), fixture.centre());
+        QTest::mouseClick(fixture.window(), Qt::LeftButton, {}, fixture.centre());
+        fixture.area->press();
+        QVERIFY(!fixture.area->isHovered());
+        QCOMPARE(clicks.size(), 0);
+    }
+};
+
+QTEST_MAIN(TestPressArea)
+#include "tst_press_area.moc"
