@@ -156,7 +156,8 @@ private Q_SLOTS:
         type(u"teamIdentifier"_s, u"TEAM"_s);
         QVERIFY(text(u"verdict"_s).startsWith(u"Allowed"_s));
         type(u"sourceIdentifier"_s, u"com.example.tool"_s);
-        QCOMPARE(text(u"verdict"_s), u"Blocked by the identity "_s + toolKey);
+        QVERIFY(text(u"verdict"_s).startsWith(u"Blocked"_s));
+        QVERIFY(text(u"verdict"_s).endsWith(toolKey));
         click(u"connect"_s);
         const auto records = recorded();
         QCOMPARE(records.size(), 1);
