@@ -100,7 +100,7 @@ const Measures settings = font(u"section"_s, text(u"Protection"_s), 13, QFont::D
             u"switch and note"_s, named(u"protectionSwitch"_s), note,
             [](auto &toggle, auto &below) { return double(toggle.bottom() < below.top()); }, 1),
         between(u"contents from the edge"_s, group, note, insetLeft, 14),
-        between(u"button and message"_s, check, updateMessage, gapBelow, 8),
+        between(u"button and message"_s, check, updateMessage, gapBelow, 9),
     };
 
 const Measures settingsWithUpdate{
