@@ -35,6 +35,17 @@ Find mark(int number)
     };
 }
 
+double right(const QRectF &outer, const QRectF &inner)
+{
+    return inner.center().x() - outer.center().x();
+}
+
+double down(const QRectF &outer, const QRectF &inner)
+{
+    return inner.center().y() - outer.center().y();
+}
+
+const auto page = named(u"page"_s);
 const auto square = named(u"onboardingSquare"_s);
 const auto message = named(u"onboardingMessage"_s);
 const auto sheet = childOf(named(u"onboarding"_s), 1);
@@ -46,6 +57,8 @@ const Measures guide = box(u"sheet"_s, sheet, 540, 404) + box(u"square"_s, squar
     + box(u"other mark"_s, mark(0), 7, 7) + box(u"other mark"_s, mark(4), 7, 7)
     + Measures{
         of(u"sheet"_s, sheet, "radius", 14.0),
+        between(u"sheet, right of the middle"_s, page, sheet, right, 0),
+        between(u"sheet, below the middle"_s, page, sheet, down, 0),
         of(u"square"_s, square, "radius", 26.0),
         of(u"square"_s, square, "color", faded(blue, 0.1)),
         of(u"symbol"_s, childOf(square, 0), "color", blue),
@@ -67,6 +80,8 @@ const Measures alert
     = font(u"message"_s, text(u"Drop an application with the .app extension."_s), 11, QFont::Normal)
     + Measures{
         of(u"box"_s, alertBox, "width", 280.0),
+        between(u"box, right of the middle"_s, page, alertBox, right, 0),
+        between(u"box, below the middle"_s, page, alertBox, down, -20),
         of(u"box"_s, alertBox, "radius", 12.0),
         of(u"button"_s, button(u"OK"_s), "height", 28.0),
         of(u"button"_s, button(u"OK"_s), "width", 248.0),
@@ -100,7 +115,7 @@ const Measures settings = font(u"section"_s, text(u"Protection"_s), 13, QFont::D
             u"switch and note"_s, named(u"protectionSwitch"_s), note,
             [](auto &toggle, auto &below) { return double(toggle.bottom() < below.top()); }, 1),
         between(u"contents from the edge"_s, group, note, insetLeft, 14),
-        between(u"button and message"_s, check, updateMessage, gapBelow, 8),
+        between(u"button and message"_s, check, updateMessage, gapBelow, 9),
     };
 
 const Measures settingsWithUpdate{

@@ -5,9 +5,6 @@ import Zorvane.Ui
 Label {
     id: root
 
-    // Names that are written from right to left start where all the others do, too.
-    horizontalAlignment: Text.AlignLeft
-
     HoverArea {
         anchors.fill: parent
         toolTip: root.truncated ? root.text : ""

@@ -32,6 +32,7 @@ Item {
     height: 32
     visible: hasLine
 
+    Accessible.ignored: !hasLine
     Accessible.role: Accessible.ListItem
     Accessible.name: component?.name ?? ""
     Accessible.description: component?.kind ?? ""

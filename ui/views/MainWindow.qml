@@ -63,7 +63,7 @@ Window {
 
         // What goes over the content leaves the menu bar alone.
         Item {
-            id: content
+            id: body
 
             anchors.fill: parent
             anchors.topMargin: menu.height
@@ -97,8 +97,8 @@ Window {
 
                 OnboardingView {
                     objectName: "onboarding"
-                    width: content.width
-                    height: content.height
+                    width: body.width
+                    height: body.height
                     open: root.onboarding.showingOnboarding
                     enabled: open && !alert.open
                     steps: root.onboarding.steps

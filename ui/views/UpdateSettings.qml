@@ -95,8 +95,9 @@ Column {
             id: message
 
             objectName: "updateMessage"
-            y: check.y + check.height + 8
+            y: check.y + check.height + 9
             width: parent.width
+            height: Math.ceil(implicitHeight)
             wrapMode: Text.Wrap
             // A version may be any text; the window does not grow.
             maximumLineCount: 8
