@@ -1,4 +1,5 @@
 #include "app/app_block_store.h"
+#include "platform/background_runs.h"
 #include "platform/platform.h"
 #include "platform/single_instance.h"
 #include "ui/user_interface.h"
@@ -21,6 +22,7 @@ int run(platform::SingleInstance &instance)
         return EXIT_FAILURE;
     instance.onBringForward([&interface] { interface.bringForward(); });
     interface.show();
+    platform::requestBackgroundRuns();
     const int result = QGuiApplication::exec();
     instance.onBringForward(nullptr);
     return result;

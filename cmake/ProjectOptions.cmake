@@ -20,6 +20,15 @@ else()
 endif()
 set(ZORVANE_PLATFORM ${zorvane_default_platform} CACHE STRING "The system's ports: macos or simulated")
 
+if(APPLE)
+    enable_language(OBJCXX)
+    set(CMAKE_OBJCXX_STANDARD 20)
+    set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
+    set(CMAKE_OBJCXX_EXTENSIONS OFF)
+    add_compile_options("$<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc;-Wnullable-to-nonnull-conversion;\
+-Wunguarded-availability-new;-Wimplicit-retain-self>")
+endif()
+
 if(ZORVANE_SANITIZE)
     add_compile_options(-fsanitize=${ZORVANE_SANITIZE} -fno-omit-frame-pointer -g)
     add_link_options(-fsanitize=${ZORVANE_SANITIZE})

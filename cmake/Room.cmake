@@ -8,4 +8,7 @@ function(zorvane_room name)
     target_link_libraries(zorvane_${name} PUBLIC ${room_LINKS} PRIVATE zorvane_options)
     target_include_directories(zorvane_${name} PUBLIC ${CMAKE_SOURCE_DIR})
     target_precompile_headers(zorvane_${name} REUSE_FROM zorvane_precompiled)
+    # Those headers were compiled as C++.
+    list(FILTER room_SOURCES INCLUDE REGEX "\\.mm$")
+    set_source_files_properties(${room_SOURCES} PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
 endfunction()

@@ -30,7 +30,8 @@ struct FilterProviderConfiguration {
 class FilterManager
 {
 public:
-    /** Called exactly once, on any thread, never before the call that it answers has returned. */
+    /** Called exactly once, on any thread, never before the call that it answers has returned; not
+     * at all once the manager is gone. */
     using Completion = std::function<void(const std::optional<PlatformError> &error)>;
 
     virtual ~FilterManager() = default;

@@ -14,7 +14,7 @@ public:
 
     /**
      * The icon of the file or bundle at @p path: the representation that suits @p side by @p side
-     * pixels best, at its own size. A null image if there is none.
+     * pixels best, at its own size or drawn at that one. A null image if there is none.
      */
     [[nodiscard]] virtual QImage icon(const std::filesystem::path &path, int side) const = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/png_image.h"
 #include "ui/svg.h"
+#include "ui/system_pictures.h"
 
 #include <algorithm>
 #include <QGuiApplication>
@@ -24,9 +25,10 @@ constexpr unsigned largestSide = 1024;
 
 QImage ownIcon(QSize size, qreal radius, qreal scale)
 {
-    const auto icon = QGuiApplication::windowIcon();
-    const auto picture = icon.pixmap(size, 1.0).toImage().scaled(
-        size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    auto picture = ownIconOfSystem(size);
+    if (picture.isNull())
+        picture = QGuiApplication::windowIcon().pixmap(size, 1.0).toImage().scaled(
+            size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     QImage rounded(size, QImage::Format_ARGB32_Premultiplied);
     rounded.fill(Qt::transparent);
     QPainter painter(&rounded);

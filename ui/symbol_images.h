@@ -6,8 +6,9 @@ namespace zorvane::ui
 {
 
 /**
- * The product's symbols for Image elements: image://symbol/<name>?color=#aarrggbb&stroke=<width on
- * the grid of 24>, the colour percent-encoded. Nothing for a name that does not exist.
+ * Symbols for Image elements, the system's of that name or else the product's own:
+ * image://symbol/<name>?color=#aarrggbb&stroke=<width on the grid of 24>, the colour
+ * percent-encoded. Nothing for a name that does not exist.
  */
 class SymbolImages final : public QQuickImageProvider
 {

@@ -3,6 +3,7 @@
 #include "ui/application_images.h"
 #include "ui/box_images.h"
 #include "ui/symbol_images.h"
+#include "ui/system_pictures.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -21,7 +22,7 @@ namespace
 /** The system's own idea of the program's icon comes first; not every system has one. */
 void provideIcon()
 {
-    if (QGuiApplication::windowIcon().isNull())
+    if (QGuiApplication::windowIcon().isNull() && ownIconOfSystem({1, 1}).isNull())
         QGuiApplication::setWindowIcon(QIcon(u":/qt/qml/Zorvane/Ui/icons/appicon.svg"_s));
 }
 

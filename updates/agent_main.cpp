@@ -8,6 +8,10 @@ using namespace zorvane;
 /** The unattended check. Ends with 0 whatever it found, also offline. */
 int main(int argc, char *argv[])
 {
+#ifdef Q_OS_MACOS
+    // Without windows Qt's own loop would run, under which the system's answers never arrive.
+    qputenv("QT_EVENT_DISPATCHER_CORE_FOUNDATION", "1");
+#endif
     const QCoreApplication application(argc, argv);
     platform::Platform platform = platform::makePlatform();
     updates::UpdateAgent agent(platform);

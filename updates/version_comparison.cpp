@@ -37,7 +37,8 @@ int compareNumbers(Characters a, Characters b)
 {
     if (a.size() != b.size())
         return order(a.size() <=> b.size());
-    return order(std::lexicographical_compare_three_way(a.begin(), a.end(), b.begin(), b.end()));
+    const auto [left, right] = std::mismatch(a.begin(), a.end(), b.begin());
+    return left == a.end() ? 0 : order(*left <=> *right);
 }
 
 } // namespace

@@ -55,17 +55,6 @@ private Q_SLOTS:
         QCOMPARE(preferences->string(u"text"_s), u"Äpfel 🍏"_s);
     }
 
-    void aKeySetToFalseIsPresent()
-    {
-        const auto preferences = open();
-        QVERIFY(!preferences->contains(u"protectionRequested"_s));
-        preferences->setBoolean(u"protectionRequested"_s, false);
-        QVERIFY(preferences->contains(u"protectionRequested"_s));
-        preferences->synchronize();
-        QVERIFY(preferences->contains(u"protectionRequested"_s));
-        QVERIFY(!preferences->boolean(u"protectionRequested"_s));
-    }
-
     void truthIsReadAsThePlatformReadsIt_data()
     {
         QTest::addColumn<QByteArray>("value");

@@ -1,4 +1,4 @@
-#include "tests/platform/code_reading.h"
+#include "tests/contracts/code_reading.h"
 
 #include <QTest>
 
@@ -19,7 +19,7 @@ void writeDetached(const fs::path &folder, const DirectoryForm &form, bool withC
 } // namespace
 
 /** Signatures that stand beside their code. */
-class TestDetachedSignatures : public QObject
+class TestDetachedSignaturesContract : public QObject
 {
     Q_OBJECT
 
@@ -121,5 +121,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(TestDetachedSignatures)
-#include "tst_detached_signatures.moc"
+QTEST_GUILESS_MAIN(TestDetachedSignaturesContract)
+#include "tst_detached_signatures_contract.moc"

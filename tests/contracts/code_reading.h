@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/simulated/simulated_code_signatures.h"
+#include "platform/bundle_reading.h"
 #include "tests/bundle_files/bundle_files.h"
 #include "tests/signed_code/signed_code.h"
 
@@ -16,7 +16,7 @@ inline const QString unsignedCode = QStringLiteral("unsigned");
 /** What is read for @p path, as one line. */
 [[nodiscard]] inline QString readingOf(const std::filesystem::path &path)
 {
-    const auto reading = platform::simulated::SimulatedCodeSignatures().signingInformation(path);
+    const auto reading = platform::makeBundleReading().signatures->signingInformation(path);
     if (!reading)
         return noCode;
     if (!reading->identifier)

@@ -1,4 +1,4 @@
-#include "tests/platform/code_reading.h"
+#include "tests/contracts/code_reading.h"
 
 #include <QTest>
 #include <sys/stat.h>
@@ -24,7 +24,7 @@ QByteArray information(const QByteArray &content)
 } // namespace
 
 /** Which file's signature is read for a path. */
-class TestCodeSignatures : public QObject
+class TestCodeSignaturesContract : public QObject
 {
     Q_OBJECT
 
@@ -121,6 +121,9 @@ private Q_SLOTS:
 
     void foldersInAnotherLetterCaseMakeTheLayoutToo()
     {
+        writeFile(at("case"), {});
+        if (fs::exists(at("CASE")))
+            QSKIP("The disk takes both letter cases for one name");
         const QByteArray named = information(text("CFBundleExecutable", "Tool"));
         writeFile(at("Low.app/contents/Info.plist"), named);
         writeFile(at("Low.app/contents/MacOS/Tool"), signedProgram("low"));
@@ -192,5 +195,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(TestCodeSignatures)
-#include "tst_code_signatures.moc"
+QTEST_GUILESS_MAIN(TestCodeSignaturesContract)
+#include "tst_code_signatures_contract.moc"
