@@ -1,7 +1,7 @@
 #include "app/app_block_store.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include "app/reinspection.h"
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -10,49 +10,9 @@ namespace zorvane::app
 {
 
 using inspection::ApplicationInspectionError;
-using inspection::ApplicationInspector;
 using inspection::InspectionResult;
 using platform::Priority;
 using records::BlockedApplication;
-
-namespace
-{
-
-/**
- * Inspects each record's bundle again; those that cannot be inspected are left out. Stops early
- * when nobody waits for it any more.
- */
-QList<BlockedApplication> reinspected(const ApplicationInspector &inspector,
-    const QList<BlockedApplication> &applications, const std::weak_ptr<const void> &owner)
-{
-    QList<BlockedApplication> result;
-    for (const BlockedApplication &application : applications) {
-        if (owner.expired())
-            break;
-        const auto inspected
-            = inspector.inspectApplication(QUrl::fromLocalFile(application.path), application.id);
-        if (const auto *renewed = std::get_if<BlockedApplication>(&inspected))
-            result.append(*renewed);
-    }
-    return result;
-}
-
-/** Ids are unique by construction; going on with two alike would let one record overwrite another.
- */
-QHash<QUuid, BlockedApplication> byUniqueId(const QList<BlockedApplication> &applications)
-{
-    QHash<QUuid, BlockedApplication> result;
-    for (const BlockedApplication &application : applications) {
-        if (result.contains(application.id)) {
-            std::fputs("zorvane: two blocked applications have the same id\n", stderr);
-            std::abort();
-        }
-        result.insert(application.id, application);
-    }
-    return result;
-}
-
-} // namespace
 
 AppBlockStore::AppBlockStore(platform::Platform &platform)
     : m_platform(platform)
@@ -65,7 +25,8 @@ AppBlockStore::AppBlockStore(platform::Platform &platform)
     , m_updateNotifications(std::make_shared<updates::UpdateNotificationController>(
           updates::UpdateNotificationController::Services{*platform.scheduler,
               *platform.preferences, *platform.notifications, *platform.actions}))
-    , m_storedList(*platform.preferences, *platform.scheduler)
+    , m_storedList(
+          *platform.preferences, *platform.scheduler, SetAsideLists(platform.setAsideFolder))
     , m_protection(m_filterController, {*platform.preferences, *platform.mainBundle, m_list})
     , m_discovery({*platform.scheduler,
           inspection::DiscoveredProcesses({*platform.entitlements, *platform.suites}), m_list})
@@ -121,12 +82,13 @@ void AppBlockStore::startLoading()
     platform::runInBackground(
         *m_platform.scheduler, Priority::UserInitiated, m_lifetime.watch(),
         [&preferences = *m_platform.preferences] { return StoredList::load(preferences); },
-        [this](const auto &stored) { applicationsLoaded(stored); });
+        [this](const StoredList::Loaded &stored) { applicationsLoaded(stored); });
 }
 
-void AppBlockStore::applicationsLoaded(const std::optional<Applications> &stored)
+void AppBlockStore::applicationsLoaded(const StoredList::Loaded &stored)
 {
-    Applications applications = stored.value_or(Applications());
+    m_storedList.setAsideBeforeSave(stored.unreadable);
+    Applications applications = stored.applications;
     const auto ownBundleIdentifier = m_platform.mainBundle->identifier();
     const auto dropped = applications.removeIf([&](const BlockedApplication &application) {
         return records::isOwnApplication(application, ownBundleIdentifier);

@@ -116,7 +116,7 @@ private:
     void setAlertMessage(const std::optional<QString> &message);
     void setAddingApplication(bool adding);
     void startLoading();
-    void applicationsLoaded(const std::optional<Applications> &stored);
+    void applicationsLoaded(const StoredList::Loaded &stored);
     void applicationInspected(
         const QUrl &url, bool hasAccess, const inspection::InspectionResult &result);
     void applicationsReinspected(const Applications &renewed);

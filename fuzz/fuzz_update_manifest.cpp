@@ -1,5 +1,6 @@
 #include "updates/app_update.h"
 #include "updates/download_address.h"
+#include "updates/version_comparison.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -25,13 +26,30 @@ void requireVendor(const QString &text)
         std::abort();
 }
 
+/** Ends the program if the order of two versions depends on which is asked first. */
+void requireOrder(const QString &a, const QString &b)
+{
+    const int order = compareNumerically(a, b);
+    const int reverse = compareNumerically(b, a);
+    if ((order < 0) != (reverse > 0) || (order > 0) != (reverse < 0))
+        std::abort();
+}
+
 } // namespace
 
-/** Feeds manifests, and addresses by themselves, to the update check. */
+/** Feeds manifests, and addresses and versions by themselves, to the update check. */
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
+    // No longer one is ever read.
+    constexpr std::size_t longestManifest = 65536;
+    if (size > longestManifest)
+        return 0;
     const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
-    requireVendor(QString::fromUtf8(bytes));
+    const QString text = QString::fromUtf8(bytes);
+    requireVendor(text);
+    const qsizetype middle = text.size() / 2;
+    requireOrder(text.first(middle), text.sliced(middle));
+    static_cast<void>(buildNumber(text));
     if (const auto update = decodedUpdate(bytes)) {
         requireVendor(update->downloadURL);
         if (decodedUpdate(encodedUpdate(*update)) != update)

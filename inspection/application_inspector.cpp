@@ -56,7 +56,7 @@ QString describe(ApplicationInspectionError error)
     return {};
 }
 
-ApplicationInspector::ApplicationInspector(Services services)
+ApplicationInspector::ApplicationInspector(const Services &services)
     : m_services(services)
 {
 }

@@ -40,7 +40,7 @@ public:
         const platform::Icons &icons;
     };
 
-    explicit ApplicationInspector(Services services);
+    explicit ApplicationInspector(const Services &services);
 
     /** Inspects the bundle at the file URL @p url; the record gets @p id. Nothing is written
      * anywhere. */

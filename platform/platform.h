@@ -17,6 +17,7 @@
 #include "platform/system_extensions.h"
 #include "platform/user_notifications.h"
 
+#include <filesystem>
 #include <memory>
 
 namespace zorvane::platform
@@ -52,6 +53,9 @@ struct Platform {
     std::unique_ptr<MotionPreference> motion;
     std::unique_ptr<ManifestFetcher> manifestFetcher;
     std::unique_ptr<UserNotifications> notifications;
+
+    /** Where a stored list that cannot be read is kept for its user; empty: nowhere. */
+    std::filesystem::path setAsideFolder;
 };
 
 /** The ports of the system that this program was built for. Main thread, after the application

@@ -44,6 +44,7 @@ Platform makePlatform()
     platform.manifestFetcher = std::make_unique<qt_network::QtManifestFetcher>(*platform.scheduler);
     platform.notifications = std::make_unique<DesktopNotifications>(
         QDBusConnection::sessionBus(), system->notificationsFile(), *platform.scheduler);
+    platform.setAsideFolder = SimulatedSystem::setAsideFolder();
     qCInfo(simulatedSystem).noquote()
         << "Running on the simulated system in" << textOf(system->folder())
         << "- nothing is blocked on this system";

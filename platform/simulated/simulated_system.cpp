@@ -10,6 +10,17 @@ namespace zorvane::platform::simulated
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+
+std::filesystem::path dataFolder()
+{
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return std::filesystem::path(QFile::encodeName(data).toStdString()) / "zorvane";
+}
+
+} // namespace
+
 SimulatedSystem::SimulatedSystem(std::filesystem::path folder)
     : m_folder(std::move(folder))
     , m_behaviour(standardBehaviour())
@@ -21,8 +32,12 @@ std::filesystem::path SimulatedSystem::standardFolder()
     const QByteArray chosen = qgetenv("ZORVANE_SYSTEM_DIR");
     if (!chosen.isEmpty())
         return std::filesystem::absolute(chosen.toStdString());
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    return std::filesystem::path(QFile::encodeName(data).toStdString()) / "zorvane" / "system";
+    return dataFolder() / "system";
+}
+
+std::filesystem::path SimulatedSystem::setAsideFolder()
+{
+    return dataFolder() / "set-aside";
 }
 
 std::filesystem::path SimulatedSystem::preferencesFile(const QString &domain) const

@@ -21,6 +21,8 @@ public:
 
     /** $ZORVANE_SYSTEM_DIR, or "zorvane/system" in the user's data folder. */
     [[nodiscard]] static std::filesystem::path standardFolder();
+    /** "zorvane/set-aside" in the user's data folder: not the system's, the user may look there. */
+    [[nodiscard]] static std::filesystem::path setAsideFolder();
 
     [[nodiscard]] const std::filesystem::path &folder() const { return m_folder; }
     [[nodiscard]] std::filesystem::path preferencesFile(const QString &domain) const;

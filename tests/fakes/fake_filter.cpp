@@ -1,5 +1,7 @@
 #include "fakes/fake_filter.h"
 
+#include <utility>
+
 namespace zorvane::tests
 {
 
@@ -35,8 +37,8 @@ std::optional<platform::PlatformError> takeFirst(
 void FakeFilterManager::load(Completion done)
 {
     ++loads;
-    answer([this, done, error = takeFirst(loadErrors)] {
-        if (!error)
+    answer([this, done, error = takeFirst(loadErrors), isFirst = true]() mutable {
+        if (std::exchange(isFirst, false) && !error)
             m_copy = stored;
         done(error);
     });
@@ -45,8 +47,8 @@ void FakeFilterManager::load(Completion done)
 void FakeFilterManager::save(Completion done)
 {
     ++saves;
-    answer([this, done, saved = m_copy, error = takeFirst(saveErrors)] {
-        if (!error)
+    answer([this, done, saved = m_copy, error = takeFirst(saveErrors), isFirst = true]() mutable {
+        if (std::exchange(isFirst, false) && !error)
             stored = saved;
         done(error);
     });

@@ -44,7 +44,8 @@ public:
     /** The errors of the next loads and saves, in order; then they succeed. */
     std::deque<std::optional<platform::PlatformError>> loadErrors;
     std::deque<std::optional<platform::PlatformError>> saveErrors;
-    /** While true, answers wait in held until a test lets them go. */
+    /** While true, answers wait in held until a test lets them go; one that is let go again is only
+     * repeated. */
     bool holdAnswers = false;
     QList<std::function<void()>> held;
     int loads = 0;

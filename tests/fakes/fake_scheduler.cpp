@@ -109,6 +109,13 @@ void FakeScheduler::runPosted()
         job();
 }
 
+void FakeScheduler::runFirstPosted()
+{
+    const Job job = std::move(m_posted.front());
+    m_posted.pop_front();
+    job();
+}
+
 void FakeScheduler::settle()
 {
     while (!m_background.empty() || !m_posted.empty()) {
@@ -117,7 +124,7 @@ void FakeScheduler::settle()
     }
 }
 
-void FakeScheduler::advance(milliseconds duration)
+void FakeScheduler::advance(milliseconds duration, const std::function<void()> &then)
 {
     const milliseconds end = m_elapsed + duration;
     while (true) {
@@ -141,7 +148,7 @@ void FakeScheduler::advance(milliseconds duration)
             const Job job = (*timer)->job;
             job();
         }
-        settle();
+        then();
     }
     m_now = m_now.addMSecs((end - m_elapsed).count());
     m_elapsed = end;

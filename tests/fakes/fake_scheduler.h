@@ -29,14 +29,22 @@ public:
     void runBackground();
     /** Runs what is posted now on the main thread. */
     void runPosted();
+    /** Runs the first job that is posted on the main thread. */
+    void runFirstPosted();
     /** Runs everything that does not wait for time. */
     void settle();
     /** Lets time pass, running what falls due at its time and settling after each. */
-    void advance(std::chrono::milliseconds duration);
+    void advance(std::chrono::milliseconds duration)
+    {
+        advance(duration, [this] { settle(); });
+    }
+    /** The same with @p then in the place of settling. */
+    void advance(std::chrono::milliseconds duration, const std::function<void()> &then);
     /** Sets the clock without letting time pass, as a user or a network clock does. */
     void setNow(const QDateTime &now) { m_now = now; }
 
     [[nodiscard]] qsizetype waitingBackgroundJobs() const { return qsizetype(m_background.size()); }
+    [[nodiscard]] qsizetype postedJobs() const { return qsizetype(m_posted.size()); }
     [[nodiscard]] qsizetype delayedJobs() const { return m_delayed.size(); }
     /** Of all background jobs so far. */
     [[nodiscard]] const QList<platform::Priority> &priorities() const { return m_priorities; }

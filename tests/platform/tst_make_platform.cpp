@@ -59,6 +59,13 @@ private Q_SLOTS:
             folders.first(), QStandardPaths::writableLocation(QStandardPaths::DownloadLocation));
     }
 
+    void unreadableListsAreKeptInTheUsersDataFolder()
+    {
+        const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        QCOMPARE(QString::fromStdString(m_platform->setAsideFolder.string()),
+            data + "/zorvane/set-aside"_L1);
+    }
+
     void systemSettingsAreStartedFromThePath()
     {
         m_folder->write(u"zorvane-system-settings"_s,

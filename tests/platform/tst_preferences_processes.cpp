@@ -1,11 +1,13 @@
 #include "platform/simulated/property_list.h"
 #include "state_folder.h"
+#include "tests/long/times.h"
 
 #include <QProcess>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::platform::simulated;
 using zorvane::tests::StateFolder;
+using zorvane::tests::timesIfLong;
 
 namespace
 {
@@ -23,7 +25,7 @@ class TestPreferencesProcesses : public QObject
 private Q_SLOTS:
     void twoProgramsWritingAtOnceLoseNothing()
     {
-        constexpr int count = 1000;
+        const int count = timesIfLong(200);
         const StateFolder folder;
         QProcess one;
         QProcess other;

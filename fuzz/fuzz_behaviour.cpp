@@ -1,0 +1,22 @@
+#include "platform/simulated/behaviour.h"
+#include "platform/simulated/report.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <QLoggingCategory>
+
+using namespace zorvane::platform::simulated;
+
+/** Reads the input as "system.json". */
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    // What is wrong in it is reported, which would be most of the work.
+    QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
+    const QByteArrayView text(data, qsizetype(size));
+    const Behaviour behaviour = readBehaviour(text, QStringLiteral("system.json"));
+    if (!behaviour.bundlePath.is_absolute()
+        || behaviour.activationDelay < std::chrono::milliseconds(0))
+        std::abort();
+    return 0;
+}

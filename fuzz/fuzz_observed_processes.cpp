@@ -1,0 +1,44 @@
+#include "inspection/discovered_processes.h"
+#include "inspection/network_components.h"
+#include "inspection/process_matching.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+using namespace zorvane;
+
+namespace
+{
+
+constexpr inspection::ReferenceSeconds now = 800'000'000;
+
+records::BlockedApplication someApplication()
+{
+    records::BlockedApplication application;
+    application.name = QStringLiteral("Tool");
+    application.signingIdentifier = QStringLiteral("com.example.Tool");
+    application.path = QStringLiteral("/Applications/Tool.app");
+    return application;
+}
+
+} // namespace
+
+/** Reads the input as what the filter saw, and makes of it what a discovery pass makes of it. */
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QByteArrayView text(data, qsizetype(size));
+    const auto decoded = inspection::decodedProcesses(text);
+    if (decoded && inspection::decodedProcesses(inspection::encodedProcesses(*decoded)) != decoded)
+        std::abort();
+    const auto recent = inspection::recentProcesses(text, now);
+    if (!recent.holdAt(now) || (!decoded && !recent.processes.isEmpty()))
+        std::abort();
+    const QList applications{someApplication()};
+    const auto owned = inspection::processesOfEach(applications, recent.processes);
+    QList<inspection::DiscoveredNetworkProcess> own;
+    for (const qsizetype position : owned.constFirst())
+        own.append(recent.processes.at(position));
+    static_cast<void>(inspection::networkComponents(applications.constFirst(), own));
+    return 0;
+}

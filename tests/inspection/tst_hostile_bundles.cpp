@@ -1,0 +1,255 @@
+#include "inspection/application_inspector.h"
+#include "opened_files.h"
+#include "platform/bundle_reading.h"
+#include "tests/bundle_files/bundle_files.h"
+#include "tests/long/times.h"
+#include "tests/signed_code/signed_code.h"
+
+#include <atomic>
+#include <fcntl.h>
+#include <functional>
+#include <QElapsedTimer>
+#include <QTest>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <sys/un.h>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane;
+using namespace zorvane::inspection;
+using namespace zorvane::tests;
+using records::BlockedApplication;
+namespace fs = std::filesystem;
+
+namespace
+{
+
+const QByteArray team = "ABCDE12345";
+
+QByteArray program(const QByteArray &identifier)
+{
+    return machO({.signature = signature({.identifier = identifier, .team = team})});
+}
+
+/** The walk of this system; @p disturb is called in the midst of it, at the first item. */
+class DisturbedWalk final : public platform::DirectoryWalk
+{
+public:
+    DisturbedWalk(const platform::DirectoryWalk &walk, std::function<void()> disturb)
+        : m_walk(walk)
+        , m_disturb(std::move(disturb))
+    {
+    }
+
+    void walk(const fs::path &root, const Visitor &visit) const override
+    {
+        bool isFirst = true;
+        m_walk.walk(root, [&](std::string_view path, platform::ItemKind kind) {
+            if (std::exchange(isFirst, false))
+                m_disturb();
+            visit(path, kind);
+        });
+    }
+
+private:
+    const platform::DirectoryWalk &m_walk;
+    const std::function<void()> m_disturb;
+};
+
+} // namespace
+
+/** Bundles made to hang, exhaust or mislead whoever reads them, through the ports of this system.
+ */
+class TestHostileBundles : public QObject
+{
+    Q_OBJECT
+
+private:
+    fs::path in(const std::string &place) const { return m_app / "Contents" / place; }
+
+    void addProgram(const std::string &place, const QByteArray &identifier) const
+    {
+        writeFile(in(place), program(identifier), Mode::Executable);
+    }
+
+    InspectionResult inspect(const platform::DirectoryWalk &walk) const
+    {
+        return ApplicationInspector(
+            {*m_reading.bundles, *m_reading.signatures, walk, *m_reading.icons})
+            .inspectApplication(
+                QUrl::fromLocalFile(QString::fromStdString(m_app.string())), QUuid::createUuid());
+    }
+    InspectionResult inspect() const { return inspect(*m_reading.walk); }
+
+    /** The signing identifiers of the helpers; "refused" if there is no record. */
+    QStringList helpers() const
+    {
+        const InspectionResult result = inspect();
+        const auto *record = std::get_if<BlockedApplication>(&result);
+        if (record == nullptr)
+            return {u"refused"_s};
+        QStringList identifiers;
+        for (const auto &identity : record->auxiliaryCodeIdentities.value())
+            identifiers.append(identity.signingIdentifier);
+        return identifiers;
+    }
+
+    platform::BundleReading m_reading;
+    std::unique_ptr<ScratchFolder> m_scratch;
+    fs::path m_app;
+
+private Q_SLOTS:
+    void initTestCase() { m_reading = platform::makeBundleReading(); }
+
+    void init()
+    {
+        m_scratch = std::make_unique<ScratchFolder>();
+        m_app = m_scratch->path() / "Hostile.app";
+        writeInformation(m_app, "com.example.Hostile", "run");
+        addProgram("MacOS/run", "com.example.Hostile");
+        addProgram("Helpers/tool", "tool");
+    }
+
+    void linksThatLeadInCirclesEnd_data()
+    {
+        QTest::addColumn<std::string>("place");
+        QTest::addColumn<QStringList>("found");
+        QTest::newRow("main executable") << std::string("MacOS/run") << QStringList{u"refused"_s};
+        QTest::newRow("information") << std::string("Info.plist") << QStringList{u"refused"_s};
+        QTest::newRow("helper") << std::string("Helpers/tool") << QStringList();
+        QTest::newRow("icons") << std::string("Resources") << QStringList{u"tool"_s};
+    }
+
+    void linksThatLeadInCirclesEnd()
+    {
+        QFETCH(std::string, place);
+        QFETCH(QStringList, found);
+        fs::remove_all(in(place));
+        fs::create_symlink("two", in("one"));
+        fs::create_symlink("one", in("two"));
+        fs::create_symlink(in("one"), in(place));
+        QCOMPARE(helpers(), found);
+    }
+
+    void aFolderOfVeryManyFilesIsReadToItsEnd()
+    {
+        const int count = timesIfLong(5'000);
+        for (int i = 0; i < count; ++i)
+            writeFile(in("Helpers/" + std::to_string(i)), "#!/bin/sh\n",
+                i % 2 == 0 ? Mode::Executable : Mode::Plain);
+        addProgram("Helpers/zz", "last");
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(helpers(), (QStringList{u"last"_s, u"tool"_s}));
+        QVERIFY2(timer.elapsed() < 60'000, "it takes too long");
+    }
+
+    void aThousandLevelsAreReadToTheBottom()
+    {
+        std::string place = "Helpers";
+        for (int level = 0; level < 1'000; ++level)
+            place += "/d";
+        addProgram(place + "/bottom", "bottom");
+        QCOMPARE(helpers(), (QStringList{u"bottom"_s, u"tool"_s}));
+    }
+
+    void namesOfEveryLengthAndOfNoTextAreRead()
+    {
+        constexpr size_t longest = 255;
+        addProgram("Helpers/" + std::string(longest, 'n'), "long");
+        addProgram(
+            "Helpers/" + std::string(longest - 4, 'b') + ".app/Contents/MacOS/run", "nested");
+        writeInformation(in("Helpers/" + std::string(longest - 4, 'b') + ".app"), "nested", "run");
+        addProgram("Helpers/\xff\xfe\x80", "no text");
+        addProgram("Helpers/line\nbreak", "line break");
+        QCOMPARE(helpers(),
+            (QStringList{u"line break"_s, u"long"_s, u"nested"_s, u"no text"_s, u"tool"_s}));
+    }
+
+    void pipesSocketsAndDevicesInHelperFoldersAreNeverOpened()
+    {
+        const OpenedFiles opened;
+        QCOMPARE(::mkfifo(in("MacOS/pipe").c_str(), 0777), 0);
+        QVERIFY(opened.watch(in("MacOS/pipe")));
+        // Only root can make one.
+        if (::mknod(in("Helpers/device").c_str(), S_IFCHR | 0777, makedev(1, 3)) == 0)
+            QVERIFY(opened.watch(in("Helpers/device")));
+        sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+        const std::string socketPath = (m_app / "Contents/Helpers/socket").string();
+        QVERIFY(socketPath.size() < sizeof address.sun_path);
+        socketPath.copy(address.sun_path, socketPath.size());
+        const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        QCOMPARE(::bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+        QVERIFY(opened.watch(in("Helpers/socket")));
+
+        QCOMPARE(helpers(), QStringList{u"tool"_s});
+        QVERIFY(!opened.any());
+        // The watch would have told.
+        ::close(::open(in("MacOS/pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+        QVERIFY(opened.any());
+        ::close(socket);
+    }
+
+    void filesThatChangeWhileTheyAreReadAreFoundOrNot()
+    {
+        const QByteArray whole = program("changing");
+        addProgram("Helpers/changing", "changing");
+        std::atomic<bool> ends = false;
+        std::thread writer([&] {
+            for (int i = 0; !ends; ++i) {
+                // In place: the reader's file shrinks and grows under its hands.
+                std::error_code ignored;
+                fs::resize_file(in("Helpers/changing"), size_t(i * 37 % whole.size()), ignored);
+                writeFile(in("Helpers/changing"), i % 3 == 0 ? QByteArray(5000, '\xca') : whole,
+                    Mode::Executable);
+            }
+        });
+        const int rounds = timesIfLong(40);
+        QStringList unexpected;
+        for (int round = 0; round < rounds; ++round) {
+            const QStringList found = helpers();
+            if (found != QStringList{u"tool"_s} && found != QStringList{u"changing"_s, u"tool"_s})
+                unexpected = found;
+        }
+        ends = true;
+        writer.join();
+        QCOMPARE(unexpected, QStringList());
+    }
+
+    void aBundleThatVanishesHalfWayIsReadAsFarAsItWas()
+    {
+        for (int i = 0; i < 50; ++i)
+            addProgram("Helpers/deep/" + std::to_string(i), "deep");
+        const DisturbedWalk walk(*m_reading.walk, [this] { fs::remove_all(m_app); });
+        const InspectionResult result = inspect(walk);
+        const auto *record = std::get_if<BlockedApplication>(&result);
+        QVERIFY(record != nullptr);
+        QCOMPARE(record->signingIdentifier, u"com.example.Hostile"_s);
+        QCOMPARE(record->auxiliaryCodeIdentities.value(), QList<records::CodeIdentity>());
+        QCOMPARE(inspect(), InspectionResult(ApplicationInspectionError::NotAnApplication));
+    }
+
+    void aBundleThatGrowsWhileItIsReadEnds()
+    {
+        int grown = 0;
+        const DisturbedWalk walk(*m_reading.walk, [&] {
+            for (; grown < 500; ++grown)
+                addProgram("Helpers/new/" + std::to_string(grown), "new");
+        });
+        const InspectionResult result = inspect(walk);
+        QVERIFY(std::holds_alternative<BlockedApplication>(result));
+        QCOMPARE(grown, 500);
+    }
+
+    void aBundleThatMayNotBeEnteredIsRefused()
+    {
+        fs::permissions(m_app, fs::perms::none);
+        const OrdinaryUser user(m_scratch->path());
+        QCOMPARE(inspect(), InspectionResult(ApplicationInspectionError::NotAnApplication));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestHostileBundles)
+#include "tst_hostile_bundles.moc"

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <QList>
+#include <QString>
+
+namespace zorvane::tests
+{
+
+/** One thing that happens: an action of the model, and a number that says to what or how. */
+struct Step {
+    int action = 0;
+    int number = 0;
+
+    friend bool operator==(const Step &, const Step &) = default;
+};
+
+/** An action that a model knows, and how often it is to happen beside the others. */
+struct Action {
+    QString name;
+    int weight = 1;
+};
+
+/** A small world that random steps happen to. Every step has a meaning in every state, so that a
+ * script of steps stays one when some are left out. */
+class Model
+{
+public:
+    virtual ~Model() = default;
+
+    /** Does one step; returns which invariant is broken then, or an empty text. */
+    [[nodiscard]] virtual QString perform(const Step &step) = 0;
+    /** After the last step: lets everything come to rest, and returns the same. */
+    [[nodiscard]] virtual QString finish() = 0;
+};
+
+/** A kind of model. Its runs differ by their seed, in how the world is at first and in the steps.
+ */
+struct ModelKind {
+    QList<Action> actions;
+    std::function<std::unique_ptr<Model>(quint32 seed)> make;
+};
+
+/** What a run came to grief on. */
+struct Failure {
+    /** Of the step after which the invariant was broken; the number of steps for the end. */
+    qsizetype position = 0;
+    QString invariant;
+};
+
+/** @p count steps as the seed has them. */
+[[nodiscard]] QList<Step> script(const ModelKind &kind, quint32 seed, qsizetype count);
+
+/** Does the steps in a world of their own; nothing if all went well. */
+[[nodiscard]] std::optional<Failure> run(
+    const ModelKind &kind, quint32 seed, const QList<Step> &steps);
+
+/** A script that still fails and of which no step can be left out. */
+[[nodiscard]] QList<Step> shrunk(const ModelKind &kind, quint32 seed, const QList<Step> &steps);
+
+/** The steps as a person reads them, one a line. */
+[[nodiscard]] QString text(const ModelKind &kind, const QList<Step> &steps);
+
+} // namespace zorvane::tests

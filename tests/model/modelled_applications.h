@@ -1,0 +1,97 @@
+#pragma once
+
+#include "app/records/collation.h"
+#include "app/sample_applications.h"
+#include "app/store_fixture.h"
+#include "discovery/sample_processes.h"
+
+#include <algorithm>
+#include <QStringList>
+
+/** @file The applications, bundles and processes that a modelled user has. */
+namespace zorvane::tests
+{
+
+/** The last but one is of this product, the last signs as the first does. */
+inline constexpr int modelledApplications = 8;
+
+inline QString modelledPath(int number)
+{
+    return QStringLiteral("/Applications/P%1.app").arg(number % modelledApplications);
+}
+
+inline QString modelledIdentifier(int number)
+{
+    const int position = number % modelledApplications;
+    if (position == modelledApplications - 2)
+        return QStringLiteral("dev.kestrelworks.Zorvane.tool");
+    return QStringLiteral("com.example.p%1").arg(position % (modelledApplications - 1));
+}
+
+/** Names that are equal, or equal but for case or an accent, among others. */
+inline QString modelledName(int number)
+{
+    static const QStringList names{QStringLiteral("alpha"), QStringLiteral("Beta"),
+        QStringLiteral("beta"), QStringLiteral("Éclair"), QStringLiteral("eclair"),
+        QStringLiteral("10"), QStringLiteral("9"), QStringLiteral("alpha"), QString()};
+    return names.at(number % names.size());
+}
+
+/** With @p number's odd multiples of the number of applications: a record of an older version. */
+inline records::BlockedApplication modelledApplication(int number)
+{
+    auto application = sampleApplication(modelledName(number), modelledIdentifier(number));
+    application.id = QUuid::createUuid();
+    application.path = modelledPath(number);
+    if (number / modelledApplications % 2 != 0)
+        application.inspectionVersion = 4;
+    return application;
+}
+
+/** A list as an earlier run may have left it; sometimes none, sometimes a damaged one. */
+inline void storeSomething(FakePreferences &preferences, int number)
+{
+    if (number % 8 == 0)
+        return;
+    QList<records::BlockedApplication> list;
+    for (int i = 0; i < modelledApplications - 1; ++i) {
+        if ((number >> i) % 2 != 0)
+            list.append(modelledApplication(i + number / 256 * modelledApplications));
+    }
+    std::ranges::stable_sort(list, records::NameOrder(), &records::BlockedApplication::name);
+    const QByteArray bytes = records::encodedApplications(list);
+    preferences.values.insert(listKey, number % 8 == 1 ? bytes.chopped(2) : bytes);
+}
+
+/** Puts a bundle on the made-up disk, under a name that may be another than before, or takes it
+ * away. */
+inline void changeBundle(FakePlatform &system, int number)
+{
+    const QString path = modelledPath(number);
+    const int name = number / modelledApplications;
+    if (name % 4 == 0)
+        system.bundles.information.remove(path);
+    else
+        system.addBundle(
+            path, modelledIdentifier(number), QStringLiteral("TEAM"), modelledName(name));
+}
+
+/** Up to four processes of the applications, seen at most 60 days ago; or bytes that are none. */
+inline QByteArray modelledObservations(int number, const QDateTime &now)
+{
+    if (number % 16 == 0)
+        return "[{";
+    QList<inspection::DiscoveredNetworkProcess> processes;
+    for (int i = 0; i < number % 5; ++i) {
+        const int each = number / 16 + 3 * i;
+        const auto seen = inspection::referenceSeconds(now.addDays(-(each % 60)));
+        auto process = sampleProcess(QStringLiteral("com.example.helper%1").arg(each % 7),
+            each % 3 == 0 ? std::nullopt : std::optional(QStringLiteral("TEAM")), seen);
+        process.executablePath
+            = modelledPath(each) + QStringLiteral("/Contents/MacOS/helper%1").arg(each % 7);
+        processes.append(process);
+    }
+    return inspection::encodedProcesses(processes);
+}
+
+} // namespace zorvane::tests

@@ -1,0 +1,299 @@
+#include "model/store_model.h"
+
+#include "model/known_errors.h"
+#include "model/list_changes.h"
+#include "model/modelled_applications.h"
+#include "model/store_actions.h"
+
+#include <algorithm>
+#include <QRandomGenerator>
+
+using namespace Qt::StringLiterals;
+
+namespace zorvane::tests
+{
+
+namespace
+{
+
+using namespace store_actions;
+using platform::ActivationResult;
+
+class StoreModel final : public Model
+{
+public:
+    explicit StoreModel(quint32 seed)
+    {
+        QRandomGenerator random(seed);
+        const auto any = [&random] { return int(random.bounded(1 << 16)); };
+        for (int i = 0; i < modelledApplications; ++i)
+            changeBundle(m_fixture.system, any() / modelledApplications * modelledApplications + i);
+        storeSomething(m_fixture.system.preferences, any());
+        m_fixture.system.filterManager.stored.enabled = any() % 2 == 0;
+        m_fixture.system.filterManager.holdAnswers = true;
+        if (const int wish = any() % 3; wish != 2)
+            m_fixture.system.preferences.values.insert(u"protectionRequested"_s, wish == 1);
+        start();
+    }
+    ~StoreModel() override { end(); }
+
+    QString perform(const Step &step) override
+    {
+        if (step.action <= CheckForUpdates)
+            use(step);
+        else if (step.action <= FailActivation)
+            answer(step);
+        else
+            go(step);
+        return broken();
+    }
+
+    /** A healthy system and one more wish: then the filter blocks just what is listed. */
+    QString finish() override
+    {
+        auto &system = m_fixture.system;
+        system.filterManager.loadErrors.clear();
+        system.filterManager.saveErrors.clear();
+        system.mainBundle.path = "/Applications/Zorvane.app";
+        comeToRest();
+        m_store->setProtectionEnabled(true);
+        comeToRest();
+        if (system.systemExtensions.isOutstanding())
+            system.systemExtensions.delegate()->requestDidFinish(ActivationResult::Completed);
+        comeToRest();
+        if (!m_store->isProtectionEnabled())
+            return u"not enabled after a good activation"_s;
+        if (rules(u"blockedCodeIdentities"_s) != m_store->blockedCodeIdentityKeys()
+            || rules(u"blockedApplicationPaths"_s) != m_store->blockedApplicationPaths())
+            return u"the filter's rules are not those of the list"_s;
+        return broken();
+    }
+
+private:
+    void start()
+    {
+        auto &preferences = m_fixture.system.preferences;
+        preferences.written.clear();
+        m_atStart = preferences.data(listKey).value_or(QByteArray());
+        m_fixture.system.fileAccess.begun = 0;
+        m_fixture.system.fileAccess.ended = 0;
+        m_changes = ListChanges(m_fixture.storedList());
+        m_store = std::make_unique<app::AppBlockStore>(m_fixture.system.ports);
+        QObject::connect(m_store.get(), &app::AppBlockStore::applicationsChanged, m_store.get(),
+            [this] { m_changes.changed(m_store->applications()); });
+        QObject::connect(m_store->filterController(), &filter::FilterController::statusChanged,
+            m_store.get(), [this] { statusChanged(); });
+    }
+
+    /** What was saved is on its way to the disk; all else ends with the program. */
+    void end()
+    {
+        m_store.reset();
+        m_fixture.system.scheduler.shutDown();
+    }
+
+    void use(const Step &step)
+    {
+        const bool odd = step.number % 2 != 0;
+        const auto &list = m_store->applications();
+        switch (step.action) {
+        case Drop:
+            m_store->addApplication(QUrl::fromLocalFile(modelledPath(step.number)));
+            break;
+        case Remove:
+            if (!list.isEmpty())
+                m_store->remove(list.at(step.number % list.size()));
+            break;
+        case RemoveUnlisted:
+            if (m_store->hasLoadedApplications())
+                m_store->remove(modelledApplication(step.number));
+            break;
+        case Reinspect:
+            m_store->reinspectStaleApplications();
+            break;
+        case Switch:
+            m_store->setProtectionEnabled(odd);
+            break;
+        case RefreshProtection:
+            m_store->refreshProtection();
+            break;
+        case Explain:
+            m_store->explainProtectionUnavailable();
+            m_store->dismissAlert();
+            break;
+        case CheckForUpdates:
+            m_store->checkForUpdates(odd);
+            break;
+        default:
+            break;
+        }
+    }
+
+    void answer(const Step &step)
+    {
+        auto &manager = m_fixture.system.filterManager;
+        const auto &error = knownError(step.number).error;
+        switch (step.action) {
+        case Answer:
+            if (!manager.held.isEmpty()) {
+                m_answered = manager.held.takeAt(step.number % manager.held.size());
+                m_answered();
+            }
+            return;
+        case Repeat:
+            if (m_answered)
+                m_answered();
+            return;
+        case FailLoad:
+            manager.loadErrors.emplace_back(error);
+            return;
+        case FailSave:
+            manager.saveErrors.emplace_back(error);
+            return;
+        default:
+            break;
+        }
+        const auto delegate = m_fixture.system.systemExtensions.delegate();
+        if (!delegate)
+            return;
+        if (step.action == NeedApproval)
+            delegate->requestNeedsUserApproval();
+        else if (step.action == FailActivation)
+            delegate->requestDidFail(error);
+        else
+            delegate->requestDidFinish(ActivationResult(std::max(0, step.number % 8 - 5)));
+    }
+
+    void go(const Step &step)
+    {
+        auto &system = m_fixture.system;
+        const bool odd = step.number % 2 != 0;
+        switch (step.action) {
+        case RunBackground:
+            if (const qsizetype waiting = system.scheduler.waitingBackgroundJobs(); waiting > 0)
+                system.scheduler.runBackgroundJob(step.number % waiting);
+            break;
+        case RunPosted:
+            if (system.scheduler.postedJobs() > 0)
+                system.scheduler.runFirstPosted();
+            break;
+        case Pass:
+            system.scheduler.advance(std::chrono::milliseconds(step.number % 6000), [] {});
+            break;
+        case SetClock:
+            system.scheduler.setNow(system.scheduler.now().addDays(step.number % 800 - 400));
+            break;
+        case Observe:
+            observe(step.number);
+            break;
+        case ChangeBundle:
+            changeBundle(system, step.number);
+            break;
+        case Move:
+            system.mainBundle.path
+                = odd ? "/Applications/Zorvane.app" : "/Users/someone/Zorvane.app";
+            break;
+        case SwitchElsewhere:
+            system.filterManager.stored.enabled = odd;
+            break;
+        case StartAgain:
+            end();
+            start();
+            break;
+        default:
+            break;
+        }
+    }
+
+    void observe(int number)
+    {
+        auto &system = m_fixture.system;
+        system.suites.domains[u"group.dev.kestrelworks.Zorvane"_s].insert(
+            u"discoveredNetworkProcesses.v2"_s,
+            modelledObservations(number, system.scheduler.now()));
+    }
+
+    void comeToRest()
+    {
+        auto &system = m_fixture.system;
+        constexpr int mostRounds = 40;
+        for (int round = 0; round < mostRounds; ++round) {
+            while (!system.filterManager.held.isEmpty())
+                system.filterManager.held.takeFirst()();
+            system.scheduler.settle();
+            if (system.filterManager.held.isEmpty())
+                system.scheduler.advance(std::chrono::milliseconds(200));
+        }
+    }
+
+    void statusChanged()
+    {
+        using Status = filter::FilterStatus::Kind;
+        const auto &system = m_fixture.system;
+        const Status status = m_store->filterController()->status().kind();
+        if (status == Status::Enabled && !system.filterManager.isEnabled())
+            m_wrongStatus = u"enabled while the configuration is not"_s;
+        if (status == Status::Inactive && system.filterManager.isEnabled())
+            m_wrongStatus = u"inactive while the configuration is enabled"_s;
+        if (m_store->isProtectionEnabled() != (status == Status::Enabled))
+            m_wrongStatus = u"the switch does not follow the status"_s;
+    }
+
+    [[nodiscard]] QString broken() const
+    {
+        const auto &system = m_fixture.system;
+        if (system.systemExtensions.outstanding > 1)
+            return u"more than one request is outstanding"_s;
+        if (!m_wrongStatus.isEmpty())
+            return m_wrongStatus;
+        if (!m_changes.broken().isEmpty())
+            return m_changes.broken();
+        if (m_store->applications() != m_changes.shown())
+            return u"the list changed without a word"_s;
+        const int inUse = system.fileAccess.begun - system.fileAccess.ended;
+        if (inUse != (m_store->isAddingApplication() ? 1 : 0))
+            return u"%1 dropped items are in use"_s.arg(inUse);
+        return brokenStorage();
+    }
+
+    /** What is saved is what is shown, as soon as nothing is under way. */
+    [[nodiscard]] QString brokenStorage() const
+    {
+        const auto &system = m_fixture.system;
+        if (system.preferences.written.contains(listKey)) {
+            if (!m_store->hasLoadedApplications())
+                return u"saved before the list was loaded"_s;
+            if (system.scheduler.waitingBackgroundJobs() == 0
+                && m_fixture.storedList() != m_store->applications())
+                return u"what is saved is not what is shown"_s;
+        } else if (system.preferences.data(listKey).value_or(QByteArray()) != m_atStart) {
+            return u"the stored list changed without being saved"_s;
+        } else if (system.scheduler.waitingBackgroundJobs() == 0 && m_store->hasLoadedApplications()
+            && m_fixture.storedList() != m_store->applications()) {
+            return u"what is shown was never saved"_s;
+        }
+        return {};
+    }
+
+    [[nodiscard]] QStringList rules(const QString &key) const
+    {
+        const auto &provider = m_fixture.system.filterManager.stored.provider;
+        return provider ? provider->vendorConfiguration.at(key) : QStringList{u"none"_s};
+    }
+
+    StoreFixture m_fixture;
+    std::unique_ptr<app::AppBlockStore> m_store;
+    QByteArray m_atStart;
+    ListChanges m_changes;
+    std::function<void()> m_answered;
+    QString m_wrongStatus;
+};
+
+} // namespace
+
+ModelKind storeModel()
+{
+    return {actions, [](quint32 seed) { return std::make_unique<StoreModel>(seed); }};
+}
+
+} // namespace zorvane::tests

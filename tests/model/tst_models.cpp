@@ -1,0 +1,74 @@
+#include "long/times.h"
+#include "model/filter_model.h"
+#include "model/store_model.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane::tests;
+
+/**
+ * Random steps against the models. A seed is printed for every test; $ZORVANE_MODEL_SEED repeats
+ * it.
+ */
+class TestModels : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theFilterControllerFollowsItsTableWhateverHappens() { check(filterModel(), 20); }
+
+    void theStoreKeepsItsListAndHandsOverItsRulesWhateverHappens() { check(storeModel(), 20); }
+
+    void aFailingScriptShrinksToWhatItNeeds()
+    {
+        const ModelKind kind = threeTimesTwo();
+        const QList<Step> steps = script(kind, 7, 200);
+        QVERIFY(run(kind, 7, steps));
+        QCOMPARE(text(kind, shrunk(kind, 7, steps)).count(u"two"_s), 3);
+        QCOMPARE(shrunk(kind, 7, steps).size(), 3);
+    }
+
+private:
+    /** Breaks after the third "two". */
+    static ModelKind threeTimesTwo()
+    {
+        struct Counting final : Model {
+            QString perform(const Step &step) override
+            {
+                twos += step.action == 1 ? 1 : 0;
+                return twos == 3 ? u"three"_s : QString();
+            }
+            QString finish() override { return {}; }
+            int twos = 0;
+        };
+        return {
+            {{u"one"_s, 1}, {u"two"_s, 1}}, [](quint32) { return std::make_unique<Counting>(); }};
+    }
+
+    static void check(const ModelKind &kind, int quickRuns)
+    {
+        constexpr int stepsOfARun = 125;
+        bool isChosen = false;
+        const quint32 chosen = qEnvironmentVariable("ZORVANE_MODEL_SEED").toUInt(&isChosen);
+        const quint32 first = isChosen ? chosen : QRandomGenerator::global()->generate();
+        const int runs = isChosen ? 1 : timesIfLong(quickRuns);
+        qInfo("%d runs of %d steps, seeds from %u", runs, stepsOfARun, first);
+        for (int i = 0; i < runs; ++i) {
+            const quint32 seed = first + quint32(i);
+            const QList<Step> steps = script(kind, seed, stepsOfARun);
+            if (!run(kind, seed, steps))
+                continue;
+            const QList<Step> shortest = shrunk(kind, seed, steps);
+            const auto failure = run(kind, seed, shortest);
+            QFAIL(qPrintable(u"seed %1: %2, after these %3 steps:\n%4"_s.arg(seed)
+                                 .arg(failure->invariant)
+                                 .arg(shortest.size())
+                                 .arg(text(kind, shortest))));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestModels)
+#include "tst_models.moc"
