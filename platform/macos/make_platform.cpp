@@ -3,8 +3,24 @@
 #include "platform/platform.h"
 #include "platform/standard_scheduler.h"
 
+#include <QFile>
+#include <QStandardPaths>
+
 namespace zorvane::platform
 {
+
+namespace
+{
+
+/** In the user's Application Support. */
+std::filesystem::path setAsideFolder()
+{
+    const QString support = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return std::filesystem::path(QFile::encodeName(support).toStdString()) / "Zorvane"
+        / "set-aside";
+}
+
+} // namespace
 
 Platform makePlatform()
 {
@@ -29,6 +45,7 @@ Platform makePlatform()
     platform.motion = makeMotionPreference();
     platform.manifestFetcher = makeManifestFetcher();
     platform.notifications = makeUserNotifications();
+    platform.setAsideFolder = setAsideFolder();
     return platform;
 }
 
