@@ -1,7 +1,8 @@
 #include "ui/user_interface.h"
 
 #include "ui/application_images.h"
-#include "ui/box_images.h"
+#include "ui/face_images.h"
+#include "ui/shadow_images.h"
 #include "ui/symbol_images.h"
 #include "ui/system_pictures.h"
 
