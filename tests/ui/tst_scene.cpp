@@ -199,6 +199,14 @@ private Q_SLOTS:
         QTRY_COMPARE(fixture.text(u"Drop In an App"_s), nullptr);
         QVERIFY(!fixture.button(u"Back"_s)->isEnabled());
     }
+
+    void theMainWindowClosesByItsKeysLikeTheOthers()
+    {
+        WindowFixture fixture({}, false, staysAlive);
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        QTest::keyClick(fixture.window(), Qt::Key_W, Qt::ControlModifier);
+        QVERIFY(!fixture.window()->isVisible());
+    }
 };
 
 QTEST_MAIN(TestScene)

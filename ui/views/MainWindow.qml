@@ -43,6 +43,11 @@ Window {
         onTriggered: root.giveFocusBack()
     }
 
+    Shortcut {
+        sequences: [StandardKey.Close] // qmllint disable unqualified
+        onActivated: root.close()
+    }
+
     FocusScope {
         anchors.fill: parent
         focus: true
