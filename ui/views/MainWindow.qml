@@ -120,10 +120,7 @@ Window {
                 title: "Zorvane"
                 message: root.store.alertMessage
                 onDismissed: root.store.dismissAlert()
-                onOpenChanged: {
-                    if (!open)
-                        afterGuide.restart();
-                }
+                onClosed: root.giveFocusBack()
             }
         }
     }
