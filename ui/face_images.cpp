@@ -1,4 +1,4 @@
-#include "ui/box_images.h"
+#include "ui/face_images.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -71,7 +71,7 @@ void Lazy::componentComplete()
 void Lazy::follow()
 {
     const bool knowsWhat = m_content != nullptr || !m_document.isEmpty();
-    if (!isComponentComplete() || !knowsWhat || m_active == (m_item != nullptr))
+    if (m_isBuilding || !isComponentComplete() || !knowsWhat || m_active == (m_item != nullptr))
         return;
     if (m_active) {
         build();
@@ -83,12 +83,17 @@ void Lazy::follow()
     }
     followSize();
     Q_EMIT itemChanged();
+    // It may have been the item itself that wanted to go, while it was built.
+    if (!m_active)
+        follow();
 }
 
 void Lazy::build()
 {
+    m_isBuilding = true;
     m_item = m_content != nullptr ? built(*m_content, *this, m_content->creationContext(), {})
                                   : buildPart(*this, m_document, m_properties);
+    m_isBuilding = false;
     if (m_item == nullptr)
         return;
     connect(m_item, &QQuickItem::widthChanged, this, &Lazy::followSize);

@@ -64,6 +64,7 @@ private:
     QVariantMap m_properties;
     QQuickItem *m_item = nullptr;
     bool m_active = false;
+    bool m_isBuilding = false;
 };
 
 } // namespace zorvane::ui

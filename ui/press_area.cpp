@@ -42,6 +42,7 @@ void PressArea::setRadius(qreal radius)
     if (m_radius == radius)
         return;
     m_radius = radius;
+    followShape();
     Q_EMIT radiusChanged();
 }
 
@@ -50,6 +51,7 @@ void PressArea::setFocusGap(qreal gap)
     if (m_focusGap == gap)
         return;
     m_focusGap = gap;
+    followShape();
     Q_EMIT focusGapChanged();
 }
 
@@ -58,10 +60,7 @@ void PressArea::setFocusInset(qreal inset)
     if (m_focusInset == inset)
         return;
     m_focusInset = inset;
-    for (auto *const part : {m_ring, m_face}) {
-        if (part != nullptr)
-            part->setProperty("inset", inset);
-    }
+    followShape();
     Q_EMIT focusInsetChanged();
 }
 
@@ -75,6 +74,7 @@ void PressArea::mousePressEvent(QMouseEvent *event)
 {
     event->accept();
     setKeepMouseGrab(true);
+    m_isTouched = event->deviceType() == QInputDevice::DeviceType::TouchScreen;
     setHoldsPointer(true);
     setHoldsButton(true);
 }
@@ -87,8 +87,7 @@ void PressArea::mouseMoveEvent(QMouseEvent *event)
 void PressArea::mouseReleaseEvent(QMouseEvent *event)
 {
     const bool inside = m_holdsButton && contains(event->position());
-    setKeepMouseGrab(false);
-    setHoldsButton(false);
+    letGo();
     if (inside)
         press();
 }
@@ -101,13 +100,14 @@ void PressArea::mouseDoubleClickEvent(QMouseEvent *event)
 
 void PressArea::mouseUngrabEvent()
 {
-    setKeepMouseGrab(false);
-    setHoldsButton(false);
+    letGo();
 }
 
 void PressArea::keyPressEvent(QKeyEvent *event)
 {
-    switch (event->key()) {
+    // With any other key held down it means something else.
+    const auto meant = event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    switch (meant == Qt::NoModifier ? event->key() : Qt::Key_unknown) {
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -125,6 +125,15 @@ void PressArea::itemChange(ItemChange change, const ItemChangeData &data)
     HoverArea::itemChange(change, data);
     if (change == ItemActiveFocusHasChanged)
         followFocus();
+}
+
+void PressArea::letGo()
+{
+    setKeepMouseGrab(false);
+    // A finger that is lifted is nowhere, and no pointer's leaving tells of that.
+    if (m_isTouched)
+        setHoldsPointer(false);
+    setHoldsButton(false);
 }
 
 void PressArea::setHoldsButton(bool holds)
@@ -148,10 +157,22 @@ void PressArea::followFocus()
 {
     if (hasActiveFocus() && m_ring == nullptr)
         m_ring = buildPart(*this, u"FocusRing"_s,
-            {{u"gap"_s, m_focusGap}, {u"inset"_s, m_focusInset},
-                {u"radius"_s, m_radius + m_focusGap + 3}});
+            {{u"gap"_s, m_focusGap}, {u"inset"_s, m_focusInset}, {u"radius"_s, ringRadius()}});
     if (m_ring != nullptr)
         m_ring->setVisible(hasActiveFocus());
+}
+
+void PressArea::followShape()
+{
+    if (m_ring != nullptr) {
+        m_ring->setProperty("gap", m_focusGap);
+        m_ring->setProperty("inset", m_focusInset);
+        m_ring->setProperty("radius", ringRadius());
+    }
+    if (m_face != nullptr) {
+        m_face->setProperty("inset", m_focusInset);
+        m_face->setProperty("radius", m_radius);
+    }
 }
 
 } // namespace zorvane::ui

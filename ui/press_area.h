@@ -62,9 +62,12 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData &data) override;
 
 private:
+    void letGo();
     void setHoldsButton(bool holds);
     void followPressed();
     void followFocus();
+    void followShape();
+    [[nodiscard]] qreal ringRadius() const { return m_radius + m_focusGap + 3; }
 
     QQuickItem *m_ring = nullptr;
     QQuickItem *m_face = nullptr;
@@ -74,6 +77,7 @@ private:
     bool m_available = true;
     bool m_lit = false;
     bool m_holdsButton = false;
+    bool m_isTouched = false;
     bool m_wasPressed = false;
 };
 

@@ -1,4 +1,4 @@
-#include "ui/box_images.h"
+#include "ui/shadow_images.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,8 @@
 #include "ui/user_interface.h"
 
 #include "ui/application_images.h"
-#include "ui/box_images.h"
+#include "ui/face_images.h"
+#include "ui/shadow_images.h"
 #include "ui/symbol_images.h"
 #include "ui/system_pictures.h"
 
@@ -111,9 +112,12 @@ void UserInterface::followVisibility(bool visible)
     if (visible) {
         m_conventions.frameMainWindow(*window());
         m_onboarding.mainWindowAppeared();
-    } else if (m_conventions.endsWithMainWindow) {
-        m_otherWindows.close();
+        return;
     }
+    // The guide is made anew for how things stand when the window comes back.
+    m_onboarding.close();
+    if (m_conventions.endsWithMainWindow)
+        m_otherWindows.close();
 }
 
 /** The same state may be announced again: to a program without a window, when it is called up. */

@@ -246,6 +246,37 @@ private Q_SLOTS:
         QTRY_COMPARE(f.texts(u"componentName"_s), QStringList{u"Alpha"_s});
         QCOMPARE(f.texts(u"disclosure"_s), QStringList{u"1 network process"_s});
     }
+
+    void aLongCountHasAWiderButtonAndTheBadgeMakesWay_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::addColumn<bool>("isWider");
+        QTest::newRow("two digits") << 10 << false;
+        QTest::newRow("three digits") << 100 << true;
+        QTest::newRow("four digits") << 1000 << true;
+    }
+
+    void aLongCountHasAWiderButtonAndTheBadgeMakesWay()
+    {
+        QFETCH(int, count);
+        QFETCH(bool, isWider);
+        Rows f;
+        f.store->add(withHelpers(u"Alpha"_s, count - 1));
+        f.settle();
+        const auto *const disclosure = f.item(u"disclosure"_s);
+        QCOMPARE(disclosure->property("text").toString(), u"%1 network processes"_s.arg(count));
+        QCOMPARE(disclosure->width() > 164, isWider);
+        const auto parts = disclosure->childItems();
+        QCOMPARE(parts.size(), 3);
+        for (const auto *const part : parts) {
+            QVERIFY(part->x() >= 2);
+            QVERIFY(part->x() + part->width() <= disclosure->width() - 8);
+        }
+        const auto *const badge = f.item(u"blockedBadge"_s);
+        QCOMPARE(badge->x() + badge->width(), disclosure->x() - 10);
+        const auto *const name = f.item(u"rowName"_s);
+        QCOMPARE(name->x() + name->width(), badge->x() - 16);
+    }
 };
 
 QTEST_MAIN(TestComponentRows)

@@ -111,6 +111,23 @@ private Q_SLOTS:
         QVERIFY(toggle->hasActiveFocus());
     }
 
+    void ofTheLayerOverTheSwitchItGoesToTheSwitch()
+    {
+        WindowFixture fixture;
+        const auto place = fixture.platform.mainBundle.path;
+        fixture.requireInstallation();
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        auto *const layer = fixture.item(u"explanationLayer"_s);
+        layer->forceActiveFocus(Qt::TabFocusReason);
+        QVERIFY(layer->hasActiveFocus());
+        fixture.platform.mainBundle.path = place;
+        fixture.store->refreshProtection();
+        fixture.settle();
+        QVERIFY(fixture.item(u"protectionSwitch"_s)->hasActiveFocus());
+        QTest::keyClick(fixture.window(), Qt::Key_Space);
+        QCOMPARE(fixture.platform.systemExtensions.submitted.size(), 1);
+    }
+
     void aFocusedRowThatIsScrolledAwayKeepsIt()
     {
         QList<SampleApplication> many;

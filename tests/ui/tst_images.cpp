@@ -1,5 +1,6 @@
 #include "ui/application_images.h"
-#include "ui/box_images.h"
+#include "ui/face_images.h"
+#include "ui/shadow_images.h"
 #include "ui/symbol_images.h"
 #include "ui/window_fixture.h"
 

@@ -189,6 +189,22 @@ private Q_SLOTS:
         QTest::keyClick(fixture.window(), key);
         QCOMPARE(fixture.platform.actions.calls, QStringList{u"terminate"_s});
     }
+
+    void backtabFromARowOutOfSightGoesToTheButtonsOfTheRowBeforeIt()
+    {
+        WindowFixture fixture(numbered(40));
+        focusFirstRow(fixture);
+        for (int times = 0; times < 20; ++times)
+            QTest::keyClick(fixture.window(), Qt::Key_Down);
+        QCOMPARE(focusedRow(fixture), u"App 20"_s);
+        fixture.item(u"page"_s)->setProperty("contentY", 0);
+        fixture.settle();
+        QVERIFY(fixture.text(u"App 18"_s) == nullptr);
+        QTest::keyClick(fixture.window(), Qt::Key_Backtab);
+        QCOMPARE(accessibleName(fixture.window()->activeFocusItem()), u"Remove from list"_s);
+        QCOMPARE(focusedRow(fixture), u"App 19"_s);
+        QVERIFY(isInView(fixture, fixture.window()->activeFocusItem()));
+    }
 };
 
 QTEST_MAIN(TestKeyboard)

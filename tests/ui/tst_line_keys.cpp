@@ -60,6 +60,16 @@ struct Fixture : WindowFixture {
     }
 };
 
+/** How many lines of this name assistive technology finds from here. */
+int countTold(const QAccessibleInterface *told, const QString &name)
+{
+    const bool isLine = told->role() == QAccessible::ListItem;
+    int count = isLine && told->text(QAccessible::Name) == name ? 1 : 0;
+    for (int at = 0; at < told->childCount(); ++at)
+        count += countTold(told->child(at), name);
+    return count;
+}
+
 } // namespace
 
 class TestLineKeys : public QObject
@@ -143,6 +153,50 @@ private Q_SLOTS:
         fixture.key(Qt::Key_Down, 3);
         fixture.key(Qt::Key_Tab);
         QCOMPARE(fixture.here(), u"40 network processes"_s);
+    }
+
+    void downOnTheLastLineOfTheLastRowStaysThere()
+    {
+        const Fixture fixture;
+        fixture.store->remove(fixture.store->applications().last());
+        fixture.key(Qt::Key_Down, 41);
+        QCOMPARE(fixture.here(), u"Helper 38"_s);
+        fixture.key(Qt::Key_Down);
+        QCOMPARE(fixture.here(), u"Helper 38"_s);
+        QVERIFY(fixture.isInView());
+    }
+
+    void pageKeysGoThroughTheLinesOfALongRow()
+    {
+        const Fixture fixture;
+        // Four fifths of 650 are 16 lines of 32 and a little; the first is 118 beneath the list's
+        // top.
+        for (const auto &reached : {u"Helper 11"_s, u"Helper 27"_s, u"Gamma"_s, u"Gamma"_s}) {
+            fixture.key(Qt::Key_PageDown);
+            QCOMPARE(fixture.here(), reached);
+            QVERIFY(fixture.isInView());
+        }
+        for (const auto &reached : {u"Helper 22"_s, u"Helper 05"_s, u"Alpha"_s, u"Alpha"_s}) {
+            fixture.key(Qt::Key_PageUp);
+            QCOMPARE(fixture.here(), reached);
+            QVERIFY(fixture.isInView());
+        }
+    }
+
+    void aLineIsToldOnceWhereverTheKeyboardIs()
+    {
+        const Fixture fixture;
+        const auto timesTold = [&] {
+            return countTold(
+                QAccessible::queryAccessibleInterface(fixture.window()), u"Helper 00"_s);
+        };
+        QCOMPARE(timesTold(), 1);
+        fixture.key(Qt::Key_Down, 3);
+        QCOMPARE(fixture.here(), u"Helper 00"_s);
+        QCOMPARE(timesTold(), 1);
+        fixture.key(Qt::Key_Home);
+        QCOMPARE(fixture.here(), u"Alpha"_s);
+        QCOMPARE(timesTold(), 1);
     }
 };
 

@@ -1,6 +1,7 @@
 #include "ui/window_fixture.h"
 
 #include <QColor>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -187,6 +188,33 @@ private Q_SLOTS:
         fixture.click(fixture.item(u"protectionSwitch"_s));
         fixture.settle();
         QVERIFY(fixture.platform.systemExtensions.submitted.isEmpty());
+    }
+
+    void shownAgainWhileItFadesAwayItBeginsWithItsFirstPage_data()
+    {
+        QTest::addColumn<bool>("isEnabledMeanwhile");
+        QTest::newRow("with the same pages") << false;
+        QTest::newRow("with fewer pages") << true;
+    }
+
+    void shownAgainWhileItFadesAwayItBeginsWithItsFirstPage()
+    {
+        QFETCH(bool, isEnabledMeanwhile);
+        QTest::failOnWarning(QRegularExpression(u"TypeError"_s));
+        WindowFixture fixture({}, true);
+        auto *const guide = fixture.item(u"onboarding"_s);
+        QTRY_COMPARE(guide->opacity(), 1.0);
+        for (int page = 1; page < 4; ++page)
+            fixture.click(fixture.button(u"Continue"_s));
+        QCOMPARE(accessibleName(guide), u"You're Ready"_s);
+        if (isEnabledMeanwhile)
+            fixture.enable();
+        fixture.ui->onboarding().close();
+        fixture.ui->onboarding().show();
+        QCOMPARE(fixture.item(u"onboarding"_s), guide);
+        QCOMPARE(fixture.ui->onboarding().steps().size(), isEnabledMeanwhile ? 3 : 4);
+        QCOMPARE(accessibleName(guide), u"Welcome to Zorvane"_s);
+        QVERIFY(!fixture.button(u"Back"_s)->isEnabled());
     }
 };
 

@@ -35,6 +35,16 @@ struct Fixture : WindowFixture {
             children, [](const auto *child) { return child->inherits("QQuickRectangle"); });
     }
 
+    /** Its part that has this property. */
+    [[nodiscard]] QQuickItem *part(const char *property) const
+    {
+        for (auto *const child : area->childItems()) {
+            if (child->property(property).isValid())
+                return child;
+        }
+        return nullptr;
+    }
+
     PressArea *area;
 };
 
@@ -134,6 +144,84 @@ private Q_SLOTS:
         fixture.area->press();
         QVERIFY(!fixture.area->isHovered());
         QCOMPARE(clicks.size(), 0);
+    }
+
+    void aFingerThatIsLiftedLeavesNoPointerBehind()
+    {
+        const Fixture fixture;
+        auto *const area = qobject_cast<PressArea *>(fixture.item(u"disclosure"_s));
+        area->setToolTip(u"Unfold"_s);
+        const auto centre
+            = area->mapToScene(QPointF(area->width() / 2, area->height() / 2)).toPoint();
+        const QSignalSpy clicks(area, &PressArea::clicked);
+        auto *const screen = QTest::createTouchDevice();
+        QTest::touchEvent(fixture.window(), screen).press(0, centre, fixture.window());
+        QVERIFY(area->isPressed());
+        QTest::touchEvent(fixture.window(), screen).release(0, centre, fixture.window());
+        QCOMPARE(clicks.size(), 1);
+        QVERIFY(!area->isPressed());
+        QVERIFY(!area->isHovered());
+        QCOMPARE(fixture.item(u"toolTip"_s), nullptr);
+    }
+
+    void theRingAndTheFaceFollowTheShape()
+    {
+        const Fixture fixture;
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        fixture.area->forceActiveFocus(Qt::TabFocusReason);
+        fixture.area->setLit(true);
+        fixture.area->setRadius(9);
+        fixture.area->setFocusGap(2);
+        fixture.area->setFocusInset(4);
+        const auto *const ring = fixture.part("gap");
+        QCOMPARE(ring->property("radius").toReal(), 9.0 + 2 + 3);
+        QCOMPARE(ring->position(), QPointF(4 - 5, -5));
+        const auto *const face = fixture.part("pressed");
+        QCOMPARE(face->property("radius").toReal(), 9.0);
+        QCOMPARE(face->position(), QPointF(4, 0));
+    }
+
+    void keysWithOtherModifiersDoNotPress_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<Qt::KeyboardModifier>("modifier");
+        QTest::addColumn<int>("presses");
+        QTest::newRow("Control and Return") << Qt::Key_Return << Qt::ControlModifier << 0;
+        QTest::newRow("Alt and Return") << Qt::Key_Return << Qt::AltModifier << 0;
+        QTest::newRow("Meta and Space") << Qt::Key_Space << Qt::MetaModifier << 0;
+        QTest::newRow("Shift and Space") << Qt::Key_Space << Qt::ShiftModifier << 1;
+        QTest::newRow("Enter of the keypad") << Qt::Key_Enter << Qt::KeypadModifier << 1;
+    }
+
+    void keysWithOtherModifiersDoNotPress()
+    {
+        QFETCH(Qt::Key, key);
+        QFETCH(Qt::KeyboardModifier, modifier);
+        const Fixture fixture;
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        auto *const area = qobject_cast<PressArea *>(fixture.item(u"disclosure"_s));
+        area->forceActiveFocus(Qt::TabFocusReason);
+        const QSignalSpy clicks(area, &PressArea::clicked);
+        QTest::keyClick(fixture.window(), key, modifier);
+        QTEST(int(clicks.size()), "presses");
+    }
+
+    void aToolTipWhoseTextGrowsStaysInTheWindow()
+    {
+        const Fixture fixture;
+        QTest::mouseMove(fixture.window(), fixture.elsewhere());
+        QTest::mouseMove(fixture.window(), fixture.centre());
+        QTRY_VERIFY(fixture.item(u"toolTip"_s) != nullptr);
+        fixture.area->setToolTip(u"Many words. "_s.repeated(20));
+        const auto *const tip = fixture.item(u"toolTip"_s);
+        QCOMPARE(tip->width(), 360.0 + 16);
+        QCOMPARE(tip->x() + tip->width(), fixture.window()->width() - 8.0);
+        // The button goes with the edge, and stays under the pointer.
+        const int width = fixture.window()->width() - 4;
+        fixture.window()->resize(width, fixture.window()->height());
+        QTRY_COMPARE(fixture.window()->contentItem()->width(), qreal(width));
+        QCOMPARE(fixture.item(u"toolTip"_s), tip);
+        QCOMPARE(tip->x() + tip->width(), width - 8.0);
     }
 };
 

@@ -179,6 +179,34 @@ private Q_SLOTS:
         fixture.settle();
         QCOMPARE(fixture.platform.filterManager.loads, loads);
     }
+
+    void aGuideThatWasOpenBeginsAnewWithTheWindow()
+    {
+        QTest::failOnWarning(QRegularExpression(u"TypeError"_s));
+        WindowFixture fixture({}, true, staysAlive);
+        QTRY_COMPARE(fixture.item(u"onboarding"_s)->opacity(), 1.0);
+        fixture.click(fixture.button(u"Continue"_s));
+        fixture.click(fixture.button(u"Continue"_s));
+        QTRY_VERIFY(fixture.text(u"Drop In an App"_s) != nullptr);
+        fixture.window()->close();
+        QVERIFY(!fixture.ui->onboarding().showingOnboarding());
+        fixture.enable();
+        fixture.window()->show();
+        QVERIFY(QTest::qWaitForWindowExposed(fixture.window()));
+        fixture.settle();
+        QCOMPARE(fixture.ui->onboarding().steps().size(), 3);
+        QVERIFY(fixture.text(u"Welcome to Zorvane"_s) != nullptr);
+        QTRY_COMPARE(fixture.text(u"Drop In an App"_s), nullptr);
+        QVERIFY(!fixture.button(u"Back"_s)->isEnabled());
+    }
+
+    void theMainWindowClosesByItsKeysLikeTheOthers()
+    {
+        WindowFixture fixture({}, false, staysAlive);
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        QTest::keyClick(fixture.window(), Qt::Key_W, Qt::ControlModifier);
+        QVERIFY(!fixture.window()->isVisible());
+    }
 };
 
 QTEST_MAIN(TestScene)

@@ -130,6 +130,9 @@ private Q_SLOTS:
         QCOMPARE(download.left() - title.right(), 14.0);
         QCOMPARE(
             inWindow(fixture.button(u"Remind me next time"_s)).left() - download.right(), 14.0);
+        QCOMPARE(inWindow(fixture.panel()).right()
+                - inWindow(fixture.button(u"Remind me next time"_s)).right(),
+            16.0);
     }
 
     void longTextsWrapAndThePanelGrows()

@@ -1,6 +1,7 @@
 #include "tools/system_settings/settings_window.h"
 
-#include "ui/box_images.h"
+#include "ui/face_images.h"
+#include "ui/shadow_images.h"
 #include "ui/symbol_images.h"
 
 using namespace Qt::StringLiterals;

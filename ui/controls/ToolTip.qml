@@ -35,6 +35,20 @@ Item {
         opacity: 0
 
         Component.onCompleted: place()
+        onWidthChanged: place()
+        onHeightChanged: place()
+
+        Connections {
+            function onWidthChanged(): void {
+                box.place();
+            }
+
+            function onHeightChanged(): void {
+                box.place();
+            }
+
+            target: box.parent
+        }
 
         SequentialAnimation {
             running: true

@@ -13,6 +13,7 @@ SlotColumn {
     readonly property real page: 0.8 * (viewBottom - viewTop)
     /* The place that has the focus, or in which it is. */
     readonly property Item focusedSlot: slotOf(Window.activeFocusItem)
+    readonly property int focusedIndex: (focusedSlot as ColumnSlot)?.index ?? -2
 
     /* A line of a row has been reached by the keyboard. */
     signal lineReached(Item line)
@@ -51,15 +52,37 @@ SlotColumn {
         root.lineReached(cursor);
     }
 
+    /* A row's place with all that it has; to the repeater it is any item. */
+    function slotAt(row: int): var {
+        return repeater.itemAt(row);
+    }
+
+    /* How many lines of the row the keyboard can go to. */
+    function linesOf(row: int): int {
+        const slot = slotAt(row);
+        return slot.isShowingComponents ? slot.componentCount : 0;
+    }
+
+    /* The row or the line at this height, or the nearest. */
+    function focusAt(y: real): void {
+        const row = rowAt(y);
+        const slot = slotAt(row);
+        const line = Math.floor((y - slot.y - slot.rowHeight - RowMeasures.linesTop) / RowMeasures.line);
+        const last = linesOf(row) - 1;
+        if (Math.min(line, last) >= 0)
+            focusLine(row, Math.min(line, last));
+        else
+            focusRow(row);
+    }
+
     /* By one line up or down: rows, and the lines of those that are unfolded. */
     function step(row: int, by: int): void {
         const line = (cursor.activeFocus ? cursor.line : -1) + by;
-        const lines = at => repeater.itemAt(at).isShowingComponents ? repeater.itemAt(at).componentCount : 0;
-        if (line >= 0 && line < lines(row))
+        if (line >= 0 && line < linesOf(row))
             focusLine(row, line);
-        else if (line < -1 && row > 0 && lines(row - 1) > 0)
-            focusLine(row - 1, lines(row - 1) - 1);
-        else
+        else if (line < -1 && row > 0 && linesOf(row - 1) > 0)
+            focusLine(row - 1, linesOf(row - 1) - 1);
+        else if (by < 0 || row < repeater.count - 1)
             focusRow(line < -1 ? row - 1 : line < 0 ? row : row + 1);
     }
 
@@ -73,7 +96,7 @@ SlotColumn {
 
     function takeKey(event: KeyEvent): void {
         const row = focusedRow();
-        const y = root.focusedSlot.y;
+        const y = root.focusedSlot.y + (cursor.activeFocus ? cursor.y : 0);
         event.accepted = true;
         switch (event.key) {
         case Qt.Key_Up:
@@ -83,10 +106,10 @@ SlotColumn {
             step(row, 1);
             break;
         case Qt.Key_PageUp:
-            focusRow(Math.min(row - 1, rowAt(y - root.page)));
+            focusAt(y - root.page);
             break;
         case Qt.Key_PageDown:
-            focusRow(Math.max(row + 1, rowAt(y + root.page)));
+            focusAt(y + root.page);
             break;
         case Qt.Key_Home:
             focusRow(0);
@@ -139,8 +162,8 @@ SlotColumn {
             property real unfolding: isShowingComponents ? 1 : 0
             /* What is unfolded by how much changes in every frame; the lines need not. */
             readonly property bool showsLines: unfolding > 0
-            readonly property real unfoldedHeight: 1 + 4 + 32 * componentCount + 6
-            readonly property real rowHeight: 56 + (index > 0 ? 1 : 0)
+            readonly property real unfoldedHeight: RowMeasures.linesHeight(componentCount)
+            readonly property real rowHeight: RowMeasures.row + (index > 0 ? RowMeasures.divider : 0)
 
             width: root.width
             height: rowHeight + Math.round(unfolding * unfoldedHeight)
@@ -164,7 +187,8 @@ SlotColumn {
             }
 
             Lazy {
-                active: slot.near || root.focusedSlot === slot
+                // Those beside the focused one, too: their buttons are next for the keyboard.
+                active: slot.near || Math.abs(slot.index - root.focusedIndex) <= 1
 
                 BlockedAppRow {
                     width: slot.width
@@ -177,6 +201,7 @@ SlotColumn {
                     lines: slot.lines(slot.componentsRevision)
                     unfolded: slot.isShowingComponents
                     unfolding: slot.unfolding
+                    focusedLine: cursor.activeFocus && cursor.row === slot ? cursor.line : -1
                     viewTop: root.viewTop - slot.y
                     viewBottom: root.viewBottom - slot.y
                     onUnfoldRequested: unfold => slot.isShowingComponents = unfold

@@ -20,8 +20,9 @@ Item {
     /* The part of this row that is in view, in its own coordinates. */
     required property real viewTop
     required property real viewBottom
+    /* The line that the keyboard is on; -1 for none. */
+    required property int focusedLine
     readonly property real textLeft: 68
-    readonly property real lineHeight: 56
 
     signal removeRequested
     signal unfoldRequested(bool unfold)
@@ -32,7 +33,7 @@ Item {
         objectName: "divider"
         x: root.textLeft
         width: root.width - x - 16
-        height: root.first ? 0 : 1
+        height: root.first ? 0 : RowMeasures.divider
         color: Theme.separator
     }
 
@@ -41,7 +42,7 @@ Item {
 
         y: divider.height
         width: root.width
-        height: root.lineHeight
+        height: RowMeasures.row
 
         Lazy {
             anchors.fill: parent
@@ -70,7 +71,7 @@ Item {
 
             objectName: "rowName"
             x: root.textLeft
-            y: Math.floor((root.lineHeight - height - 2 - identifiers.height) / 2)
+            y: Math.floor((RowMeasures.row - height - 2 - identifiers.height) / 2)
             width: badge.x - 16 - x
             text: root.name
             font: Type.bodyMedium
@@ -140,6 +141,7 @@ Item {
             textLeft: root.textLeft
             lines: root.lines
             unfolding: root.unfolding
+            focusedLine: root.focusedLine
             viewTop: root.viewTop - line.y - line.height
             viewBottom: root.viewBottom - line.y - line.height
         }

@@ -14,18 +14,18 @@ Item {
     /* The part of this list that is in view, in its own coordinates. */
     required property real viewTop
     required property real viewBottom
-    readonly property real firstTop: 1 + 4
-    readonly property real lineHeight: 32
+    /* The line that the keyboard is on; -1 for none. That is told by whoever stands there for it. */
+    required property int focusedLine
     readonly property real lookahead: 64
-    readonly property int first: bounded((viewTop - lookahead - firstTop) / lineHeight)
-    readonly property int last: bounded((viewBottom + lookahead - firstTop) / lineHeight + 1)
+    readonly property int first: bounded((viewTop - lookahead - RowMeasures.linesTop) / RowMeasures.line)
+    readonly property int last: bounded((viewBottom + lookahead - RowMeasures.linesTop) / RowMeasures.line + 1)
 
     function bounded(line: real): int {
         return Math.max(0, Math.min(lines.length, Math.floor(line)));
     }
 
     visible: unfolding > 0
-    height: Math.round(unfolding * (firstTop + lineHeight * lines.length + 6))
+    height: Math.round(unfolding * RowMeasures.linesHeight(lines.length))
     // The lines come in over the second half of the unfolding.
     opacity: Math.max(0, unfolding * 2 - 1)
 
@@ -48,10 +48,11 @@ Item {
             required property int index
             readonly property var line: root.lines[root.first + index] ?? null
 
-            y: root.firstTop + (root.first + index) * root.lineHeight
+            y: RowMeasures.linesTop + (root.first + index) * RowMeasures.line
             width: root.width
-            height: root.lineHeight
+            height: RowMeasures.line
 
+            Accessible.ignored: root.first + index === root.focusedLine
             Accessible.role: Accessible.ListItem
             Accessible.name: name.text
             Accessible.description: kind.text

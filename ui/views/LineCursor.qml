@@ -27,12 +27,13 @@ Item {
     }
 
     x: 60
-    y: row === null ? 0 : row.rowHeight + 5 + 32 * line
+    y: row === null ? 0 : row.rowHeight + RowMeasures.linesTop + RowMeasures.line * line
     width: row === null ? 0 : row.width - x - 12
-    height: 32
+    height: RowMeasures.line
     visible: hasLine
 
-    Accessible.ignored: !hasLine
+    // Elsewhere the lines tell of themselves.
+    Accessible.ignored: !activeFocus
     Accessible.role: Accessible.ListItem
     Accessible.name: component?.name ?? ""
     Accessible.description: component?.kind ?? ""

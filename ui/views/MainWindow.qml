@@ -43,6 +43,11 @@ Window {
         onTriggered: root.giveFocusBack()
     }
 
+    Shortcut {
+        sequences: [StandardKey.Close] // qmllint disable unqualified
+        onActivated: root.close()
+    }
+
     FocusScope {
         anchors.fill: parent
         focus: true
@@ -115,10 +120,7 @@ Window {
                 title: "Zorvane"
                 message: root.store.alertMessage
                 onDismissed: root.store.dismissAlert()
-                onOpenChanged: {
-                    if (!open)
-                        afterGuide.restart();
-                }
+                onClosed: root.giveFocusBack()
             }
         }
     }

@@ -34,8 +34,11 @@ ModalLayer {
     shadowDown: 16
     shadowStrength: Theme.dark ? 0.65 : 0.38
 
+    // It may be shown again before it has faded away.
+    onStepsChanged: currentStep = 0
+
     Accessible.role: Accessible.Dialog
-    Accessible.name: steps.length > 0 ? steps[currentStep].title : ""
+    Accessible.name: steps[currentStep]?.title ?? ""
 
     Keys.onReturnPressed: event => {
         if (!event.isAutoRepeat)

@@ -9,6 +9,12 @@ Item {
     property string name: "Protection"
     readonly property int kind: store.filterController.status.kind
 
+    // What is hidden would keep the keyboard.
+    onKindChanged: {
+        if (root.kind !== FilterStatus.InstallationRequired && layer.focus)
+            toggle.focus = true;
+    }
+
     width: toggle.width
     height: toggle.height
 
@@ -24,6 +30,8 @@ Item {
 
     // A disabled control gets no taps of its own.
     Pressable {
+        id: layer
+
         objectName: "explanationLayer"
         anchors.fill: parent
         visible: root.kind === FilterStatus.InstallationRequired

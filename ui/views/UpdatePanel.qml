@@ -89,7 +89,6 @@ Panel {
             id: dismiss
 
             anchors.right: parent.right
-            anchors.rightMargin: -4
             anchors.verticalCenter: parent.verticalCenter
             symbol: "xmark"
             fontSize: 11

@@ -6,20 +6,6 @@ namespace zorvane::ui
 {
 
 /**
- * Soft shadows, for BorderImage elements:
- * image://shadow/box?blur=B&radius=R&margin=M&corner=C is the black shadow, at full strength, of a
- * box with rounded corners that begins M from the picture's edge; the picture can be stretched
- * beyond C from each edge. Lengths in points.
- */
-class ShadowImages final : public QQuickImageProvider
-{
-public:
-    ShadowImages();
-
-    QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
-};
-
-/**
  * The faces of push buttons, for Image elements:
  * image://face/<prominent|bordered>?height=H&radius=R&dark=<0|1>&state=<normal|hovered|pressed>,
  * with a line of shade one point below the button. H and R in points.
