@@ -124,7 +124,7 @@ SCENES = (
         ),
     ),
     Scene(
-        system={"activationDelay": 4},
+        system={"activationDelay": 60},
         steps=(
             ("activating", "The extension is being activated.",
              lambda guide: (guide.look("Protection off"), guide.click("Protection", "check box"),
