@@ -71,6 +71,18 @@ inline Find numbered(const QString &name, int number)
     };
 }
 
+/** The place of a row, with all that is unfolded in it. */
+inline Find place(int number)
+{
+    return [=](const WindowFixture &window) {
+        return window
+            .items([](const QQuickItem *item) {
+                return item->property("isShowingComponents").isValid();
+            })
+            .value(number);
+    };
+}
+
 /** What a place in the column shows. */
 inline Find shownBy(const QString &place)
 {

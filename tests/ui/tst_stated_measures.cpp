@@ -134,18 +134,6 @@ const Measures addingZone = font(u"headline"_s, named(u"dropZoneTitle"_s), 13, Q
 const auto row = parentOf(named(u"rowIcon"_s));
 const auto badge = named(u"blockedBadge"_s);
 
-/** The place of a row, with all that is unfolded in it. */
-Find place(int number)
-{
-    return [=](const WindowFixture &window) {
-        return window
-            .items([](const QQuickItem *item) {
-                return item->property("isShowingComponents").isValid();
-            })
-            .value(number);
-    };
-}
-
 const Measures list = motion(place(1), u"unfolding"_s, 220, QEasingCurve::InOutQuad)
     + box(u"icon"_s, named(u"rowIcon"_s), 38, 38)
     + font(u"name"_s, named(u"rowName"_s), 13, QFont::Medium)
