@@ -26,6 +26,15 @@ QString identifiersLine(const BlockedApplication &application)
     return parts.join(u"  ·  "_s);
 }
 
+/** Whether nothing that a line shows is another; when a process was last seen is not shown. */
+bool showSame(const QList<inspection::ApplicationNetworkComponent> &before,
+    const QList<inspection::ApplicationNetworkComponent> &now)
+{
+    return std::ranges::equal(before, now, [](const auto &one, const auto &other) {
+        return one.name == other.name && one.kind == other.kind;
+    });
+}
+
 } // namespace
 
 BlockedAppsModel::BlockedAppsModel(app::AppBlockStore &store)
@@ -113,7 +122,7 @@ QList<int> BlockedAppsModel::changedRoles(const Row &before, const Row &now)
         if (before.application.iconData != now.application.iconData)
             roles << IconRole;
     }
-    if (before.components != now.components)
+    if (!showSame(before.components, now.components))
         roles << ComponentCountRole << ComponentsRevisionRole;
     return roles;
 }

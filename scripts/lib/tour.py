@@ -16,7 +16,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).parents[2] / "tests/support"))
 import bundles  # noqa: E402
 import pointer  # noqa: E402
 from accessibility import Program  # noqa: E402
-from desktop import Desktop  # noqa: E402
+from desktop import Desktop, TimedOut  # noqa: E402
 from file_manager import FileManager  # noqa: E402
 from tour_scenes import SCENES  # noqa: E402
 from windows import Window  # noqa: E402
@@ -25,7 +25,7 @@ from zorvane import Zorvane  # noqa: E402
 SCALE = 2
 
 
-class Guide:
+class Guest:
     """Does what a person would do, on one desktop."""
 
     def __init__(self, desktop, program, scene):
@@ -127,6 +127,7 @@ class Guide:
                 return
             before = now
             time.sleep(0.2)
+        raise TimedOut(f"{file.name} shows a window that does not come to rest")
 
     def close(self):
         self.files.close()
@@ -167,18 +168,19 @@ def take(program, folder, pictures):
     """Takes the whole tour; adds the pictures' names and accounts to pictures, one by one."""
     with Desktop(2600, 1500) as desktop:
         for scene in SCENES:
-            guide = Guide(desktop, program, scene)
+            guest = Guest(desktop, program, scene)
             try:
                 for name, account, act in scene.steps:
-                    act(guide)
+                    act(guest)
                     name = f"{len(pictures) + 1:02}-{name}{'-dark' if scene.dark else ''}.png"
-                    guide.picture(folder / name)
+                    guest.picture(folder / name)
                     pictures.append((name, account))
                     print(f"{name}: {account}", flush=True)
             except Exception:
-                print(guide.zorvane.log.read_text(), guide.zorvane.screen.describe(), sep="\n")
+                print(guest.zorvane.log.read_text(), guest.zorvane.screen.describe(), sep="\n")
                 raise
-            guide.close()
+            finally:
+                guest.close()
 
 
 def write_index(pictures, folder):

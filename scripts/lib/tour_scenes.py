@@ -30,31 +30,31 @@ def first_day(dark=False):
         system={"approval": "ask"},
         dark=dark,
         steps=(
-            ("empty", "Nothing is blocked yet.", lambda guide: guide.look("No blocked apps")),
+            ("empty", "Nothing is blocked yet.", lambda guest: guest.look("No blocked apps")),
             ("hovering", "A bundle from the file manager hovers over the drop zone.",
-             lambda guide: guide.hover("Atlas Notes.app")),
+             lambda guest: guest.hover("Atlas Notes.app")),
             ("awaiting-approval", "It is listed; the system asks for approval first.",
-             lambda guide: (guide.drop(), guide.look("Finish enabling protection"))),
+             lambda guest: (guest.drop(), guest.look("Finish enabling protection"))),
             ("system-settings", "The simulated system's settings, where the extension is allowed.",
-             lambda guide: guide.open_system_settings()),
+             lambda guest: guest.open_system_settings()),
             ("protection-on", "Allowed: protection is on and the application is blocked.",
-             lambda guide: (guide.allow(), guide.look("Protection on"))),
+             lambda guest: (guest.allow(), guest.look("Protection on"))),
             ("adding", "A big bundle is being inspected; the window stays usable.",
-             lambda guide: (bundles.fill(guide.folder / "Harbor Sync.app"),
-                            guide.hover("Harbor Sync.app"), guide.drop(),
-                            guide.catch("Adding application"))),
+             lambda guest: (bundles.fill(guest.folder / "Harbor Sync.app"),
+                            guest.hover("Harbor Sync.app"), guest.drop(),
+                            guest.catch("Adding application"))),
             ("list", "Several applications, sorted by name.",
-             lambda guide: (guide.zorvane.screen.find("Harbor Sync", "list item", 120),
-                            guide.add("Quill Mail", "Meadow Player"), guide.look("Quill Mail"))),
+             lambda guest: (guest.zorvane.screen.find("Harbor Sync", "list item", 120),
+                            guest.add("Quill Mail", "Meadow Player"), guest.look("Quill Mail"))),
             ("unfolded", "What an application runs as: itself, its helpers, and what the filter saw.",
-             lambda guide: (guide.observe(), guide.click("4 network processes"),
-                            guide.look("Main app", "Bundled", "Observed"))),
+             lambda guest: (guest.observe(), guest.click("4 network processes"),
+                            guest.look("Main app", "Bundled", "Observed"))),
             ("alert", "A dropped file that is no application is refused.",
-             lambda guide: (guide.hover("letter.txt"), guide.drop(),
-                            guide.look("Drop an application with the .app extension."))),
+             lambda guest: (guest.hover("letter.txt"), guest.drop(),
+                            guest.look("Drop an application with the .app extension."))),
             ("protection-off", "The switch turns protection off; the list stays.",
-             lambda guide: (guide.click("OK"), guide.click("4 network processes"),
-                            guide.click("Protection", "check box"), guide.look("Protection off"))),
+             lambda guest: (guest.click("OK"), guest.click("4 network processes"),
+                            guest.click("Protection", "check box"), guest.look("Protection off"))),
         ),
     )
 
@@ -73,19 +73,19 @@ def first_start(dark=False):
         system=MISPLACED,
         dark=dark,
         steps=tuple(
-            (f"guide-{number}", account, lambda guide, number=number, title=title: (
-                number > 1 and guide.click("Continue"), guide.look(title)))
+            (f"guide-{number}", account, lambda guest, number=number, title=title: (
+                number > 1 and guest.click("Continue"), guest.look(title)))
             for number, (title, account) in enumerate(pages, 1)
         ) + (
             ("installation-required", "Started from Downloads: it has to be moved first.",
-             lambda guide: (guide.click("Get Started"), guide.look("Finish installing Zorvane"))),
+             lambda guest: (guest.click("Get Started"), guest.look("Finish installing Zorvane"))),
             ("explanation", "A tap on the switch that cannot be used says why.",
-             lambda guide: (guide.click("Explain why protection is unavailable"),
-                            guide.look("OK"))),
+             lambda guest: (guest.click("Explain why protection is unavailable"),
+                            guest.look("OK"))),
             ("settings-explanation", "The settings show the same alert; one OK closes both.",
-             lambda guide: guide.open_settings()),
+             lambda guest: guest.open_settings()),
             ("settings-misplaced", "The settings of a program that has to be moved.",
-             lambda guide: guide.click("OK")),
+             lambda guest: guest.click("OK")),
         ),
     )
 
@@ -96,9 +96,9 @@ def newer_version(dark=False):
         dark=dark,
         steps=(
             ("update", "There is a newer version; a click opens its page.",
-             lambda guide: guide.look("Zorvane 1.3 is available")),
+             lambda guest: guest.look("Zorvane 1.3 is available")),
             ("settings-update", "The settings name it too.",
-             lambda guide: guide.open_settings()),
+             lambda guest: guest.open_settings()),
         ),
     )
 
@@ -110,15 +110,15 @@ SCENES = (
     Scene(
         steps=(
             ("menu", "The application's menu, in a menu bar of the window's own.",
-             lambda guide: (guide.look("No blocked apps"), guide.click("Zorvane", "menu item"),
-                            guide.look("Quit Zorvane"))),
+             lambda guest: (guest.look("No blocked apps"), guest.click("Zorvane", "menu item"),
+                            guest.look("Quit Zorvane"))),
             ("about", "What there is to say about the program.",
-             lambda guide: (guide.press("Escape"), guide.open_about())),
+             lambda guest: (guest.press("Escape"), guest.open_about())),
             ("settings", "The settings, opened by Ctrl and the comma.",
-             lambda guide: guide.open_settings()),
+             lambda guest: guest.open_settings()),
             ("settings-checked", "A check for updates that could not be made says so.",
-             lambda guide: (guide.click("Check for Updates"),
-                            guide.zorvane.screen.find("Zorvane could not check for updates. "
+             lambda guest: (guest.click("Check for Updates"),
+                            guest.zorvane.screen.find("Zorvane could not check for updates. "
                                                       "Check your internet connection and try "
                                                       "again."))),
         ),
@@ -127,8 +127,8 @@ SCENES = (
         system={"activationDelay": 60},
         steps=(
             ("activating", "The extension is being activated.",
-             lambda guide: (guide.look("Protection off"), guide.click("Protection", "check box"),
-                            guide.catch("Turning on\u2026"))),
+             lambda guest: (guest.look("Protection off"), guest.click("Protection", "check box"),
+                            guest.catch("Turning on\u2026"))),
         ),
     ),
     Scene(
@@ -136,7 +136,7 @@ SCENES = (
                             "description": "The configuration is invalid."}]},
         steps=(
             ("failed", "The filter could not be set up; the list says why.",
-             lambda guide: (guide.add("Quill Mail"), guide.look("Action required"))),
+             lambda guest: (guest.add("Quill Mail"), guest.look("Action required"))),
         ),
     ),
     first_start(dark=True),

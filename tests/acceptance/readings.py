@@ -1,4 +1,4 @@
-"""What assistive technology reads of each part of the main window."""
+"""What assistive technology reads of each part of the windows."""
 
 HEADER = """\
 heading: Zorvane
@@ -120,3 +120,23 @@ GUIDE = (
         forward="Get Started",
     ),
 )
+
+SETTINGS = """\
+heading: Protection
+check box: Enable network filter
+label: macOS asks for permission before enabling the extension for the first time.
+heading: Updates
+label: Current version (1.0.0 (1))
+push button: Check for Updates
+"""
+
+SEPARATOR = "separator: "
+
+MENU = f"""\
+menu item: About Zorvane
+menu item: Check for Updates…
+{SEPARATOR}
+menu item: Settings… (Ctrl+,)
+{SEPARATOR}
+menu item: Quit Zorvane (Ctrl+Q)
+"""

@@ -14,7 +14,7 @@ RELEASE = {
     "updates.cachedManifest": json.dumps(
         {"version": "99.0", "downloadURL": "https://kestrelworks.dev/zorvane"}
     ).encode(),
-    # Of this moment, so that nobody goes to the network.
+    # The check at the launch is made all the same, and finds no network on this desktop.
     "updates.lastCheckedAt": datetime.datetime.utcnow(),
 }
 

@@ -3,6 +3,7 @@
 #include "ui/window_fixture.h"
 
 #include <QColor>
+#include <QEasingCurve>
 #include <QFont>
 #include <QQmlProperty>
 
@@ -27,6 +28,12 @@ struct Measure {
 
 using Measures = QList<Measure>;
 
+inline QColor faded(QColor colour, double opacity)
+{
+    colour.setAlphaF(float(opacity));
+    return colour;
+}
+
 // What is looked at.
 
 inline Find named(const QString &name)
@@ -44,14 +51,35 @@ inline Find button(const QString &label)
     return [=](const WindowFixture &window) { return window.button(label); };
 }
 
-inline Find symbol(const QString &name)
+inline Find symbol(const QString &name, int number = 0)
 {
     return [=](const WindowFixture &window) {
         return window
             .items([&](const QQuickItem *item) {
                 return item->property("box").isValid() && item->property("name") == name;
             })
-            .value(0);
+            .value(number);
+    };
+}
+
+/** The one of this number among those of a name that show. */
+inline Find numbered(const QString &name, int number)
+{
+    return [=](const WindowFixture &window) {
+        return window.items([&](const QQuickItem *item) { return item->objectName() == name; })
+            .value(number);
+    };
+}
+
+/** The place of a row, with all that is unfolded in it. */
+inline Find place(int number)
+{
+    return [=](const WindowFixture &window) {
+        return window
+            .items([](const QQuickItem *item) {
+                return item->property("isShowingComponents").isValid();
+            })
+            .value(number);
     };
 }
 
@@ -92,6 +120,12 @@ inline Measure of(
                                    : QQmlProperty::read(item, QLatin1StringView(property));
         },
         expected};
+}
+
+/** It is not there, or does not show. */
+inline Measure gone(const QString &what, const Find &find)
+{
+    return {what, [=](const WindowFixture &window) { return find(window) == nullptr ? 0 : 1; }, 0};
 }
 
 using Distance = double (*)(const QRectF &first, const QRectF &second);
@@ -143,6 +177,16 @@ inline double insetBottom(const QRectF &outer, const QRectF &inner)
     return outer.bottom() - inner.bottom();
 }
 
+inline double beside(const QRectF &outer, const QRectF &inner)
+{
+    return inner.center().x() - outer.center().x();
+}
+
+inline double besideVertically(const QRectF &outer, const QRectF &inner)
+{
+    return inner.center().y() - outer.center().y();
+}
+
 inline Measures box(const QString &what, const Find &find, double width, double height)
 {
     return {of(what, find, "width", width), of(what, find, "height", height)};
@@ -153,25 +197,38 @@ inline Measures font(const QString &what, const Find &find, int size, QFont::Wei
     return {of(what, find, "font.pixelSize", size), of(what, find, "font.weight", int(weight))};
 }
 
-/** How long a change of a property takes, in milliseconds. */
-inline Measure duration(const Find &find, const QString &property, int expected)
+/** What moves a property of an item when it changes; null if nothing does. */
+inline const QObject *animationOf(const QQuickItem *item, const QString &property)
 {
-    return {u"%1: duration"_s.arg(property),
-        [=](const WindowFixture &window) -> QVariant {
-            const auto *const item = find(window);
-            const auto children = item == nullptr ? QObjectList() : item->children();
-            for (auto *const child : children) {
-                const auto target = child->property("targetProperty").value<QQmlProperty>();
-                if (target.name() != property)
-                    continue;
-                // It is made at the first change otherwise.
-                qmlExecuteDeferred(child);
-                const auto *const animation = child->property("animation").value<QObject *>();
-                return animation == nullptr ? QVariant() : animation->property("duration");
-            }
-            return {};
-        },
-        expected};
+    const auto children = item == nullptr ? QObjectList() : item->children();
+    for (auto *const child : children) {
+        const auto target = child->property("targetProperty").value<QQmlProperty>();
+        if (target.name() != property)
+            continue;
+        // It is made at the first change otherwise.
+        qmlExecuteDeferred(child);
+        return child->property("animation").value<QObject *>();
+    }
+    return nullptr;
+}
+
+/** How long a change of a property takes, in milliseconds, and by which curve. */
+inline Measures motion(
+    const Find &find, const QString &property, int duration, QEasingCurve::Type curve)
+{
+    const auto read = [=](const auto &what) {
+        return [=](const WindowFixture &window) -> QVariant {
+            const auto *const animation = animationOf(find(window), property);
+            return animation == nullptr ? QVariant() : what(*animation);
+        };
+    };
+    return {{u"%1: duration"_s.arg(property),
+                read([](const QObject &animation) { return animation.property("duration"); }),
+                duration},
+        {u"%1: curve"_s.arg(property), read([](const QObject &animation) {
+             return QVariant(int(animation.property("easing").value<QEasingCurve>().type()));
+         }),
+            int(curve)}};
 }
 
 /** The measures that are not as they are to be, in words. */

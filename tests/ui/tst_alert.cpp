@@ -98,6 +98,21 @@ private Q_SLOTS:
         QTRY_VERIFY(toggle->hasActiveFocus());
     }
 
+    void overTheGuideItIsDismissedFirst()
+    {
+        WindowFixture fixture({}, true);
+        QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        const auto page = [&] { return accessibleName(fixture.item(u"onboarding"_s)); };
+        QCOMPARE(page(), u"Welcome to Zorvane"_s);
+        fixture.raiseAlert();
+        QTest::keyClick(fixture.window(), Qt::Key_Return);
+        QCOMPARE(fixture.store->alertMessage(), std::nullopt);
+        QTRY_COMPARE(fixture.item(u"alertBox"_s), nullptr);
+        QCOMPARE(page(), u"Welcome to Zorvane"_s);
+        QTest::keyClick(fixture.window(), Qt::Key_Return);
+        QCOMPARE(page(), u"Turn On Protection"_s);
+    }
+
     void aMessageThatFollowsAnotherIsShown()
     {
         WindowFixture fixture;

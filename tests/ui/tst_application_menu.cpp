@@ -79,6 +79,9 @@ private Q_SLOTS:
     void checkForUpdatesMakesACheckThatSaysHowItEnded()
     {
         Fixture fixture;
+        // Not due by itself.
+        fixture.platform.preferences.values.insert(
+            u"updates.lastCheckedAt"_s, fixture.platform.scheduler.now());
         const auto before = fixture.platform.manifestFetcher.requests.size();
         fixture.openByMouse();
         fixture.click(fixture.command(u"Check for Updates\u2026"_s));

@@ -1,5 +1,6 @@
 #include "app/records/blocked_application_json.h"
 #include "ui/blocked_apps_model.h"
+#include "ui/observed.h"
 #include "ui/window_fixture.h"
 
 #include <QAbstractItemModelTester>
@@ -55,6 +56,18 @@ struct Fixture {
     std::unique_ptr<QAbstractItemModelTester> tester;
 };
 
+/** What a model has announced: the row and the roles of each change. */
+QList<std::pair<int, QList<int>>> announced(const QSignalSpy &changes)
+{
+    QList<std::pair<int, QList<int>>> result;
+    for (const auto &change : changes)
+        result.append({change.at(0).toModelIndex().row(), change.at(2).value<QList<int>>()});
+    return result;
+}
+
+const QList<int> componentRoles{
+    BlockedAppsModel::ComponentCountRole, BlockedAppsModel::ComponentsRevisionRole};
+
 } // namespace
 
 class TestBlockedAppsModel : public QObject
@@ -96,6 +109,54 @@ private Q_SLOTS:
         fixture.model->remove(-1);
         fixture.model->remove(2);
         QCOMPARE(fixture.store->applications().size(), 2);
+    }
+
+    void aNewComponentIsAnnouncedOfItsRowOnly()
+    {
+        Fixture fixture({u"Alpha"_s, u"Beta"_s});
+        const QSignalSpy changed(fixture.model.get(), &QAbstractItemModel::dataChanged);
+        observe(fixture.platform, {observedProcess(fixture.platform, u"Beta"_s, u"helper"_s)});
+        QCOMPARE(announced(changed), (QList<std::pair<int, QList<int>>>{{1, componentRoles}}));
+    }
+
+    void aComponentThatIsSeenAgainIsNotAnnounced()
+    {
+        Fixture fixture({u"Alpha"_s, u"Beta"_s});
+        observe(fixture.platform, {observedProcess(fixture.platform, u"Beta"_s, u"helper"_s)});
+        const auto lastSeen = [&] {
+            const auto components
+                = fixture.store->networkComponents({fixture.store->applications().at(1)});
+            return components.first().last().lastSeenAt;
+        };
+        const auto before = lastSeen();
+        QVERIFY(before.has_value());
+        const QSignalSpy changed(fixture.model.get(), &QAbstractItemModel::dataChanged);
+        observe(fixture.platform, {observedProcess(fixture.platform, u"Beta"_s, u"helper"_s)});
+        QVERIFY(lastSeen() > before);
+        QCOMPARE(changed.size(), 0);
+    }
+
+    void aNewIconIsAnnouncedAlone()
+    {
+        FakePlatform platform;
+        auto records = *zorvane::records::decodedApplications(
+            storedList({named(u"Alpha"_s), named(u"Beta"_s)}));
+        records.first().inspectionVersion = 1;
+        platform.preferences.values.insert(
+            u"blockedApplications"_s, zorvane::records::encodedApplications(records));
+        platform.addBundle(
+            u"/Applications/Alpha.app"_s, u"org.example.alpha"_s, u"TEAM123456"_s, u"Alpha"_s);
+        platform.icons.image = QImage(8, 8, QImage::Format_ARGB32);
+        platform.icons.image.fill(Qt::red);
+        zorvane::app::AppBlockStore store(platform.ports);
+        BlockedAppsModel model(store);
+        platform.scheduler.runBackground();
+        platform.scheduler.runPosted();
+        QCOMPARE(model.count(), 2);
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        platform.scheduler.settle();
+        QCOMPARE(announced(changed),
+            (QList<std::pair<int, QList<int>>>{{0, {BlockedAppsModel::IconRole}}}));
     }
 
     void anApplicationThatIsNamedAnewChangesAndThenMoves()

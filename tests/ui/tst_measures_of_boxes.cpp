@@ -14,12 +14,6 @@ using Make = std::function<states::Window()>;
 const QColor blue(0x007aff);
 const QColor secondary = QColor::fromRgbF(0, 0, 0, 0.60F);
 
-QColor faded(QColor colour, double opacity)
-{
-    colour.setAlphaF(float(opacity));
-    return colour;
-}
-
 Measure windowIs(const char *property, double expected)
 {
     return {QLatin1StringView(property),
@@ -28,11 +22,7 @@ Measure windowIs(const char *property, double expected)
 
 Find mark(int number)
 {
-    return [=](const WindowFixture &window) {
-        return window
-            .items([](const QQuickItem *item) { return item->objectName() == u"pageMark"; })
-            .value(number);
-    };
+    return numbered(u"pageMark"_s, number);
 }
 
 double right(const QRectF &outer, const QRectF &inner)
@@ -50,8 +40,23 @@ const auto square = named(u"onboardingSquare"_s);
 const auto message = named(u"onboardingMessage"_s);
 const auto sheet = childOf(named(u"onboarding"_s), 1);
 
-const Measures guide = box(u"sheet"_s, sheet, 540, 404) + box(u"square"_s, square, 100, 100)
-    + box(u"symbol"_s, childOf(square, 0), 60, 60)
+const auto page = parentOf(square);
+
+/** One that does not show: what a page comes from. */
+QQuickItem *otherPage(const WindowFixture &window)
+{
+    const auto *const shown = page(window);
+    const auto all = shown == nullptr ? QList<QQuickItem *>() : shown->parentItem()->childItems();
+    const auto found = std::find_if(all.cbegin(), all.cend(), [](const QQuickItem *item) {
+        return item->property("modelData").isValid() && !item->isVisible();
+    });
+    return found == all.cend() ? nullptr : *found;
+}
+
+const Measures guide = motion(page, u"opacity"_s, 180, QEasingCurve::OutCubic)
+    + motion(page, u"scale"_s, 180, QEasingCurve::OutCubic)
+    + motion(mark(3), u"width"_s, 180, QEasingCurve::OutCubic) + box(u"sheet"_s, sheet, 540, 404)
+    + box(u"square"_s, square, 100, 100) + box(u"symbol"_s, childOf(square, 0), 60, 60)
     + font(u"title"_s, text(u"Drop In an App"_s), 22, QFont::Bold)
     + font(u"message"_s, message, 13, QFont::Normal) + box(u"mark"_s, mark(3), 22, 7)
     + box(u"other mark"_s, mark(0), 7, 7) + box(u"other mark"_s, mark(4), 7, 7)
@@ -68,28 +73,53 @@ const Measures guide = box(u"sheet"_s, sheet, 540, 404) + box(u"square"_s, squar
         of(u"mark"_s, mark(3), "radius", 3.5),
         of(u"mark"_s, mark(3), "color", blue),
         of(u"other mark"_s, mark(0), "color", faded(secondary, 0.25 * 0.60)),
-        duration(parentOf(square), u"opacity"_s, 180),
-        duration(parentOf(square), u"scale"_s, 180),
-        duration(mark(3), u"width"_s, 180),
         of(u"Back"_s, button(u"Back"_s), "enabled", true),
+        of(u"Back"_s, button(u"Back"_s), "prominent", false),
+        of(u"Continue"_s, button(u"Continue"_s), "prominent", true),
+        of(u"title"_s, text(u"Drop In an App"_s), "horizontalAlignment", int(Qt::AlignHCenter)),
+        of(u"message"_s, message, "horizontalAlignment", int(Qt::AlignHCenter)),
+        of(u"page"_s, page, "transformOrigin", int(QQuickItem::Center)),
+        of(u"page"_s, otherPage, "scale", 0.97),
+        of(u"page"_s, otherPage, "opacity", 0.0),
+        between(u"square beside the centre"_s, sheet, square, beside, 0),
+        between(u"title beside the centre"_s, sheet, text(u"Drop In an App"_s), beside, 0),
+        between(u"message beside the centre"_s, sheet, message, beside, 0),
+        between(u"sheet beside the centre"_s, named(u"onboarding"_s), sheet, beside, 0),
+        between(u"sheet above the centre"_s, named(u"onboarding"_s), sheet, besideVertically, 0),
     };
+
+/** At every page the same. */
+const Measures anyPage{
+    between(u"square from the top"_s, sheet, square, insetTop, 58),
+    between(u"title from the top"_s, sheet, childOf(page, 1), insetTop, 58 + 100 + 26),
+};
 
 const auto alertBox = childOf(named(u"alertBox"_s), 1);
 
-const Measures alert
-    = font(u"message"_s, text(u"Drop an application with the .app extension."_s), 11, QFont::Normal)
+const auto alertContents = parentOf(button(u"OK"_s));
+const auto alertIcon = childOf(alertContents, 0);
+
+const Measures alert = box(u"icon"_s, alertIcon, 64, 64)
+    + font(u"title"_s, childOf(alertContents, 2), 13, QFont::Bold)
+    + font(u"message"_s, text(u"Drop an application with the .app extension."_s), 11, QFont::Normal)
     + Measures{
         of(u"box"_s, alertBox, "width", 280.0),
         between(u"box, right of the middle"_s, page, alertBox, right, 0),
         between(u"box, below the middle"_s, page, alertBox, down, -20),
         of(u"box"_s, alertBox, "radius", 12.0),
         of(u"button"_s, button(u"OK"_s), "height", 28.0),
+        of(u"button"_s, button(u"OK"_s), "prominent", true),
+        between(u"beside the middle"_s, named(u"alertBox"_s), alertBox, beside, 0),
+        between(u"above the middle"_s, named(u"alertBox"_s), alertBox, besideVertically, -20),
+        between(u"icon beside the middle"_s, alertBox, alertIcon, beside, 0),
         of(u"button"_s, button(u"OK"_s), "width", 248.0),
     };
 
 const auto note = named(u"protectionNote"_s);
 const auto updateMessage = named(u"updateMessage"_s);
 const auto check = button(u"Check for Updates"_s);
+const Find settingsPage
+    = [](const WindowFixture &window) { return window.window()->contentItem(); };
 const auto group = parentOf(parentOf(parentOf(note)));
 
 const Measures settings = font(u"section"_s, text(u"Protection"_s), 13, QFont::DemiBold)
@@ -114,6 +144,8 @@ const Measures settings = font(u"section"_s, text(u"Protection"_s), 13, QFont::D
         between(
             u"switch and note"_s, named(u"protectionSwitch"_s), note,
             [](auto &toggle, auto &below) { return double(toggle.bottom() < below.top()); }, 1),
+        between(u"section from the edge"_s, settingsPage, group, insetLeft, 20),
+        between(u"section from the top"_s, settingsPage, text(u"Protection"_s), insetTop, 20),
         between(u"contents from the edge"_s, group, note, insetLeft, 14),
         between(u"button and message"_s, check, updateMessage, gapBelow, 9),
     };
@@ -152,7 +184,10 @@ private Q_SLOTS:
         QTest::newRow("guide") << Make([] { return states::guide(3); }) << guide;
         QTest::newRow("guide, first page")
             << Make([] { return states::guide(0); })
-            << Measures{of(u"Back"_s, button(u"Back"_s), "enabled", false)};
+            << anyPage + Measures{of(u"Back"_s, button(u"Back"_s), "enabled", false)};
+        for (int number = 1; number < 5; ++number)
+            QTest::addRow("guide, page %d", number + 1)
+                << Make([=] { return states::guide(number); }) << anyPage;
         QTest::newRow("alert") << Make(states::alerted) << alert;
         QTest::newRow("settings") << Make(states::settings) << settings;
         QTest::newRow("settings with an update")

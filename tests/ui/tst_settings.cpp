@@ -109,9 +109,18 @@ private Q_SLOTS:
     {
         Settings settings([](auto &fixture) { fixture.activate(); });
         QCOMPARE(settings.item(u"explanationLayer"_s), nullptr);
+        const auto loads = settings.platform.filterManager.loads;
+        const auto submitted = settings.platform.systemExtensions.submitted.size();
+        const auto lines = settings.platform.log.lines;
+        settings.platform.preferences.written.clear();
         settings.click(settings.toggle());
         settings.settle();
         QCOMPARE(settings.store->alertMessage(), std::nullopt);
+        QCOMPARE(settings.platform.filterManager.loads, loads);
+        QCOMPARE(settings.platform.systemExtensions.submitted.size(), submitted);
+        // A second request would be told in the log, and nowhere else.
+        QCOMPARE(settings.platform.log.lines, lines);
+        QVERIFY(settings.platform.preferences.written.isEmpty());
     }
 
     void oneDismissalClosesTheAlertOfBothWindows_data()
@@ -126,10 +135,13 @@ private Q_SLOTS:
         QFETCH(bool, inSettings);
         Settings settings;
         settings.raiseAlert();
+        auto *const dismissing = inSettings ? settings.window() : settings.main();
         auto *const other = inSettings ? settings.main() : settings.window();
-        if (!inSettings)
-            settings.turnTo(settings.main());
-        QTRY_COMPARE(settings.item(u"alertBox"_s)->opacity(), 1.0);
+        for (auto *const window : {other, dismissing}) {
+            settings.turnTo(window);
+            QTRY_VERIFY(settings.item(u"alertBox"_s) != nullptr);
+            QTRY_COMPARE(settings.item(u"alertBox"_s)->opacity(), 1.0);
+        }
         settings.click(settings.button(u"OK"_s));
         QCOMPARE(settings.store->alertMessage(), std::nullopt);
         QTRY_COMPARE(settings.item(u"alertBox"_s), nullptr);
@@ -200,6 +212,9 @@ private Q_SLOTS:
     void theCheckIsMadeAtOnceAndTellsHowItEnded()
     {
         Settings settings;
+        // Not due by itself.
+        settings.platform.preferences.values.insert(
+            u"updates.lastCheckedAt"_s, settings.platform.scheduler.now());
         const auto before = settings.platform.manifestFetcher.requests.size();
         settings.platform.manifestFetcher.answers = {zorvane::platform::ManifestResponse{
             200, "{\"version\":\"0.1\",\"downloadURL\":\"https://kestrelworks.dev/d\"}"}};

@@ -1,6 +1,7 @@
 #include "ui/measures.h"
 #include "ui/window_states.h"
 
+#include <cmath>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -16,11 +17,6 @@ const QColor orange(0xff9500);
 const QColor secondary = QColor::fromRgbF(0, 0, 0, 0.60F);
 const QColor quaternary = QColor::fromRgbF(0, 0, 0, 0.07F);
 
-QColor faded(QColor colour, double opacity)
-{
-    colour.setAlphaF(float(opacity));
-    return colour;
-}
 const QColor white(Qt::white);
 
 Measures panel(const QString &place, const QColor &accent, double fill, double stroke)
@@ -42,17 +38,19 @@ Measures status(const QColor &dot)
 const auto zone = named(u"dropZone"_s);
 const auto blueSolid = QColor(0x0068e1);
 
+const auto tagline = text(u"Control which apps can access the network"_s);
+
 const Measures header = box(u"icon"_s, named(u"ownIcon"_s), 46, 46)
     + box(u"help"_s, button(u"Show getting started"_s), 28, 28)
     + box(u"help symbol"_s, symbol(u"questionmark.circle"_s), 22, 22)
-    + font(u"title"_s, text(u"Control which apps can access the network"_s), 11, QFont::Normal)
+    + font(u"title"_s, childOf(parentOf(tagline), 0), 17, QFont::DemiBold)
+    + font(u"tagline"_s, tagline, 11, QFont::Normal)
     + box(u"switch"_s, named(u"protectionSwitch"_s), 38, 22)
     + Measures{
         of(u"icon"_s, named(u"ownIcon"_s), "radius", 11.0),
         of(u"help symbol"_s, symbol(u"questionmark.circle"_s), "stroke", 1.85),
-        of(u"tagline"_s, text(u"Control which apps can access the network"_s), "color", secondary),
-        between(u"icon and column"_s, named(u"ownIcon"_s),
-            text(u"Control which apps can access the network"_s), gapRight, 12),
+        of(u"tagline"_s, tagline, "color", secondary),
+        between(u"icon and column"_s, named(u"ownIcon"_s), tagline, gapRight, 12),
         between(u"help and dot"_s, button(u"Show getting started"_s), named(u"statusDot"_s),
             gapRight, 16),
         between(u"dot and text"_s, named(u"statusDot"_s), named(u"statusText"_s), gapRight, 8),
@@ -74,21 +72,31 @@ const Measures emptyList = box(u"symbol"_s, symbol(u"checkmark.shield"_s), 41, 4
         between(
             u"badge, above and below"_s, named(u"countBadge"_s), text(u"0"_s),
             [](auto &outer, auto &inner) { return outer.height() - inner.height(); }, 8),
+        between(
+            u"badge, left and right"_s, named(u"countBadge"_s), text(u"0"_s),
+            [](auto &outer, auto &inner) { return outer.width() - std::ceil(inner.width()); }, 18),
+        {u"badge, rounded"_s,
+            [](const WindowFixture &window) -> QVariant {
+                const auto *const badge = window.item(u"countBadge"_s);
+                return badge->property("radius").toReal() / badge->height();
+            },
+            0.5},
         between(u"zone and heading"_s, zone, parentOf(text(u"Blocked apps"_s)), gapBelow, 18),
         between(u"heading and card"_s, parentOf(text(u"Blocked apps"_s)),
             parentOf(named(u"emptyList"_s)), gapBelow, 8),
         of(u"card"_s, parentOf(named(u"emptyList"_s)), "radius", 12.0),
     };
 
-const Measures restingZone = box(u"symbol"_s, named(u"dropZoneSymbol"_s), 48, 48)
+const Measures restingZone = motion(zone, u"scale"_s, 160, QEasingCurve::OutCubic)
+    + motion(zone, u"highlight"_s, 160, QEasingCurve::OutCubic)
+    + box(u"symbol"_s, named(u"dropZoneSymbol"_s), 48, 48)
     + font(u"headline"_s, named(u"dropZoneTitle"_s), 13, QFont::DemiBold)
     + font(u"line"_s, named(u"dropZoneLine"_s), 11, QFont::Normal)
     + Measures{
         of(u"zone"_s, zone, "height", 165.0),
         of(u"zone"_s, zone, "width", 720.0),
         of(u"zone"_s, zone, "scale", 1.0),
-        duration(zone, u"scale"_s, 160),
-        duration(zone, u"highlight"_s, 160),
+        of(u"zone"_s, zone, "transformOrigin", int(QQuickItem::Center)),
         of(u"fill"_s, named(u"dropZoneFill"_s), "radius", 20.0),
         of(u"fill"_s, named(u"dropZoneFill"_s), "color", faded(blue, 0.06)),
         of(u"border"_s, named(u"dropZoneDashes"_s), "lineWidth", 1.5),
@@ -111,17 +119,23 @@ const Measures hoveredZone{
     of(u"line"_s, named(u"dropZoneLine"_s), "color", white),
 };
 
-const Measures addingZone{
-    of(u"zone"_s, zone, "height", 165.0),
-    of(u"spinner"_s, named(u"spinner"_s), "color", blue),
-    of(u"spinner"_s, named(u"spinner"_s), "width", 32.0),
-    of(u"line"_s, named(u"dropZoneLine"_s), "color", secondary),
-};
+const Measures addingZone = font(u"headline"_s, named(u"dropZoneTitle"_s), 13, QFont::DemiBold)
+    + font(u"line"_s, named(u"dropZoneLine"_s), 11, QFont::Normal)
+    + Measures{
+        of(u"zone"_s, zone, "height", 165.0),
+        gone(u"symbol"_s, named(u"dropZoneSymbol"_s)),
+        gone(u"highlighted symbol"_s, named(u"dropZoneHighlightedSymbol"_s)),
+        between(u"spinner beside the centre"_s, zone, named(u"spinner"_s), beside, 0),
+        of(u"spinner"_s, named(u"spinner"_s), "color", blue),
+        of(u"spinner"_s, named(u"spinner"_s), "width", 32.0),
+        of(u"line"_s, named(u"dropZoneLine"_s), "color", secondary),
+    };
 
 const auto row = parentOf(named(u"rowIcon"_s));
 const auto badge = named(u"blockedBadge"_s);
 
-const Measures list = box(u"icon"_s, named(u"rowIcon"_s), 38, 38)
+const Measures list = motion(place(1), u"unfolding"_s, 220, QEasingCurve::InOutQuad)
+    + box(u"icon"_s, named(u"rowIcon"_s), 38, 38)
     + font(u"name"_s, named(u"rowName"_s), 13, QFont::Medium)
     + font(u"identifiers"_s, named(u"rowIdentifiers"_s), 11, QFont::Normal)
     + font(u"badge"_s, text(u"Blocked"_s), 10, QFont::Medium)
@@ -135,7 +149,7 @@ const Measures list = box(u"icon"_s, named(u"rowIcon"_s), 38, 38)
         of(u"lock"_s, symbol(u"lock.fill"_s), "color", QColor(0xc8101e)),
         of(u"chevron"_s, symbol(u"chevron.right"_s), "stroke", 2.6),
         of(u"chevron, folded"_s, symbol(u"chevron.right"_s), "rotation", 0.0),
-        duration(symbol(u"chevron.right"_s), u"rotation"_s, 220),
+        of(u"chevron, unfolded"_s, symbol(u"chevron.right"_s, 1), "rotation", 90.0),
         of(u"disclosure symbol"_s, symbol(u"point.3.connected.trianglepath.dotted"_s), "box", 16),
         of(u"cross"_s, symbol(u"xmark"_s), "stroke", 2.6),
         between(u"icon from the edge"_s, row, named(u"rowIcon"_s), insetLeft, 16),
@@ -143,6 +157,20 @@ const Measures list = box(u"icon"_s, named(u"rowIcon"_s), 38, 38)
         between(u"components from the edge"_s, row, symbol(u"app"_s), insetLeft, 68),
         between(u"kinds from the other edge"_s, row, named(u"componentKind"_s), insetRight, 20),
         between(u"cross from the other edge"_s, row, button(u"Remove from list"_s), insetRight, 12),
+        between(u"badge and disclosure"_s, badge, named(u"disclosure"_s), gapRight, 10),
+        between(u"disclosure and cross"_s, named(u"disclosure"_s), button(u"Remove from list"_s),
+            gapRight, 10),
+        between(u"badge, left"_s, badge, symbol(u"lock.fill"_s), insetLeft, 7.5),
+        between(u"badge, right"_s, badge, text(u"Blocked"_s), insetRight, 7.5),
+        between(u"lock and word"_s, symbol(u"lock.fill"_s), text(u"Blocked"_s), gapRight, 3),
+        between(u"divider from the edge"_s, place(1), numbered(u"divider"_s, 1), insetLeft, 68),
+        between(
+            u"divider from the other edge"_s, place(1), numbered(u"divider"_s, 1), insetRight, 16),
+        of(u"divider"_s, numbered(u"divider"_s, 1), "height", 1.0),
+        of(u"divider above the first"_s, numbered(u"divider"_s, 0), "height", 0.0),
+        of(u"row"_s, place(0), "height", 56.0),
+        // The row and its divider; then a divider, a gap, the lines and another gap.
+        of(u"row, unfolded"_s, place(1), "height", 56.0 + 1 + 1 + 4 + 3 * 32 + 6),
         of(u"component line"_s, parentOf(named(u"componentName"_s)), "height", 32.0),
     };
 
@@ -172,6 +200,7 @@ const Measures installation = panel(u"installationPanel"_s, orange, 0.09, 0.28)
     + Measures{
         of(u"symbol"_s, symbol(u"arrow.down.app.fill"_s), "color", orange),
         of(u"text"_s, installationText, "color", secondary),
+        of(u"text"_s, installationText, "width", 600.0),
         between(u"padding"_s, installationPanel, parentOf(installationTitle), insetTop, 18),
         between(u"padding at the left"_s, installationPanel, installationText, insetLeft, 18),
         between(u"padding below"_s, installationPanel, button(u"Quit Zorvane"_s), insetBottom, 18),
@@ -180,11 +209,13 @@ const Measures installation = panel(u"installationPanel"_s, orange, 0.09, 0.28)
     };
 
 const auto approvalPanel = shownBy(u"approvalPanel"_s);
+const auto lastStep = text(u"4. If it is not listed yet, return here and retry activation."_s);
 const Measures approval = panel(u"approvalPanel"_s, blue, 0.08, 0.25)
     + box(u"symbol"_s, symbol(u"gear.badge"_s), 34, 34)
     + font(u"title"_s, text(u"Finish enabling protection"_s), 13, QFont::DemiBold)
     + font(u"text"_s, text(u"macOS is waiting for you to approve Zorvane."_s), 11, QFont::Normal)
-    + font(u"line"_s, text(u"1. Open System Settings."_s), 10, QFont::Normal)
+    + font(u"first line"_s, text(u"1. Open System Settings."_s), 10, QFont::Normal)
+    + font(u"last line"_s, lastStep, 10, QFont::Normal)
     + Measures{
         of(u"symbol"_s, symbol(u"gear.badge"_s), "color", blue),
         of(u"text"_s, text(u"macOS is waiting for you to approve Zorvane."_s), "color", secondary),
@@ -192,6 +223,13 @@ const Measures approval = panel(u"approvalPanel"_s, blue, 0.08, 0.25)
         between(u"padding at the left"_s, approvalPanel, symbol(u"gear.badge"_s), insetLeft, 18),
         between(u"symbol and column"_s, symbol(u"gear.badge"_s),
             text(u"Finish enabling protection"_s), gapRight, 14),
+        // The panel's height is a whole number.
+        between(
+            u"padding below"_s, approvalPanel, button(u"Retry Activation"_s),
+            [](auto &outer, auto &inner) { return std::floor(insetBottom(outer, inner)); }, 18),
+        between(u"lines and buttons"_s, lastStep, button(u"Retry Activation"_s), gapBelow, 14),
+        of(u"open"_s, button(u"Open System Settings"_s), "prominent", true),
+        of(u"retry"_s, button(u"Retry Activation"_s), "prominent", false),
         between(u"panel and zone"_s, approvalPanel, zone, gapBelow, 12),
     };
 

@@ -14,6 +14,7 @@ enum class Told {
     Button, ///< as what a button says
     ToolTip, ///< as what a button without words tells of itself
     Name, ///< only to assistive technology
+    Zone, ///< to assistive technology, of the drop zone
     Value, ///< at the right of its line, beside the name before the bar
     Title, ///< of the window
 };
@@ -49,6 +50,8 @@ int timesTold(const WindowFixture &window, const Text &row)
         });
     case Told::Name:
         return count([&](const QQuickItem *item) { return accessibleName(item) == row.text; });
+    case Told::Zone:
+        return accessibleName(window.item(u"dropZone"_s)) == row.text ? 1 : 0;
     case Told::Value:
         return count([&](const QQuickItem *item) {
             return u"%1|%2"_s.arg(
@@ -74,7 +77,7 @@ const Texts emptyList{{Told::Shown, u"Protection off"_s}, {Told::Shown, u"0"_s},
     {Told::Shown, u"No blocked apps"_s}, {Told::Shown, u"Apps you add will appear here."_s},
     {Told::Shown, u"Drop an app here"_s},
     {Told::Shown, u"Choose an app in Finder to block its new network connections."_s},
-    {Told::Name, u"Drop zone for an application"_s}};
+    {Told::Zone, u"Drop zone for an application"_s}};
 
 const Texts list{{Told::Shown, u"2"_s}, {Told::Shown, u"1 network process"_s},
     {Told::Shown, u"3 network processes"_s}, {Told::Shown, u"Blocked"_s, 2},
@@ -131,16 +134,33 @@ void addStatusRows()
                                        u"Restart your Mac to finish installing the extension."_s}};
     QTest::newRow("update") << Make(states::updated) << updatePanel;
     QTest::newRow("installation") << Make(states::installationRequired) << installationPanel;
+    QTest::newRow("installation, explained") << Make([] {
+        auto window = states::installationRequired();
+        window->click(window->item(u"protectionSwitch"_s));
+        return window;
+    }) << Texts{{Told::Shown, moveFirst}, {Told::Shown, u"Zorvane"_s, 3}, {Told::Button, u"OK"_s}};
+    QTest::newRow("update with notes")
+        << Make([] {
+               auto window = std::make_unique<WindowFixture>();
+               window->checkForUpdates(u"1.3"_s, u"Fewer helpers are overlooked."_s);
+               if (!window->waitUntilGrown(u"updatePanel"_s))
+                   qFatal("the panel did not show");
+               return window;
+           })
+        << Texts{{Told::Shown, u"Zorvane 1.3 is available"_s},
+               {Told::Shown, u"Fewer helpers are overlooked."_s},
+               {Told::Shown, u"A new version is ready to download."_s, 0}};
     QTest::newRow("approval") << Make(states::awaitingApproval) << approvalPanel;
     QTest::newRow("adding")
         << Make(states::adding)
-        << Texts{{Told::Shown, u"Adding application"_s},
+        << Texts{{Told::Shown, u"Adding application"_s}, {Told::Zone, u"Adding application"_s},
                {Told::Shown,
                    u"Discovering helpers and background processes without blocking the interface."_s}};
     QTest::newRow("alert") << Make(states::alerted)
                            << Texts{
                                   {Told::Shown, u"Drop an application with the .app extension."_s},
-                                  {Told::Button, u"OK"_s}};
+                                  // In the menu bar, in the header and over the message.
+                                  {Told::Shown, u"Zorvane"_s, 3}, {Told::Button, u"OK"_s}};
 }
 
 void addWindowRows()

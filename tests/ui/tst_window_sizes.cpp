@@ -46,7 +46,8 @@ private Q_SLOTS:
         QCOMPARE(inWindow(fixture.item(u"blockedApps"_s)).right(), right);
         QCOMPARE(inWindow(fixture.button(u"Remove from list"_s)).right(), right - 12);
         QCOMPARE(inWindow(fixture.item(u"protectionSwitch"_s)).right(), right);
-        QVERIFY(!fixture.item(u"statusText"_s)->property("truncated").toBool());
+        const auto *const status = fixture.item(u"statusText"_s);
+        QVERIFY(status->width() >= status->implicitWidth());
         QVERIFY(fixture.item(u"rowName"_s)->property("truncated").toBool());
         QVERIFY(fixture.item(u"rowIdentifiers"_s)->property("truncated").toBool());
         const auto texts
@@ -55,6 +56,19 @@ private Q_SLOTS:
             QVERIFY2(inWindow(text).right() <= size.width(), qUtf8Printable(text->objectName()));
         QVERIFY(inWindow(fixture.item(u"rowName"_s)).right()
             < inWindow(fixture.item(u"blockedBadge"_s)).left());
+    }
+
+    void theLongestStatusLeavesTheTaglineItsPlaceAtTheLeastWidth()
+    {
+        WindowFixture fixture;
+        fixture.requireInstallation();
+        fixture.window()->resize(680, 560 + WindowFixture::menuBarHeight);
+        QTRY_COMPARE(inWindow(fixture.item(u"protectionSwitch"_s)).right(), 660.0);
+        const auto *const tagline = fixture.text(u"Control which apps can access the network"_s);
+        QVERIFY(fixture.text(u"Move to Applications"_s) != nullptr);
+        QVERIFY(tagline->width() >= tagline->implicitWidth());
+        QVERIFY(inWindow(tagline).right()
+            <= inWindow(fixture.button(u"Show getting started"_s)).left());
     }
 
     void aNameThatIsReadFromTheRightStandsBesideItsIconToo()

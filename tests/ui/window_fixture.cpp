@@ -2,6 +2,8 @@
 
 #include "app/records/blocked_application_json.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -132,11 +134,14 @@ void WindowFixture::raiseAlert()
     settle();
 }
 
-void WindowFixture::checkForUpdates(const QString &version)
+void WindowFixture::checkForUpdates(const QString &version, const QString &releaseNotes)
 {
-    const auto manifest = u"{\"version\":\"%1\",\"downloadURL\":\"https://kestrelworks.dev/d\"}"_s;
+    QJsonObject manifest{
+        {u"version"_s, version}, {u"downloadURL"_s, u"https://kestrelworks.dev/d"_s}};
+    if (!releaseNotes.isEmpty())
+        manifest.insert(u"releaseNotes"_s, releaseNotes);
     platform.manifestFetcher.answers
-        = {platform::ManifestResponse{200, manifest.arg(version).toUtf8()}};
+        = {platform::ManifestResponse{200, QJsonDocument(manifest).toJson()}};
     store->checkForUpdates(true);
     settle();
 }

@@ -42,7 +42,7 @@ public:
     /** An alert by its usual way: a bundle that nobody signed. */
     void raiseAlert();
     /** A check for updates that the user asked for, answered by a manifest of this version. */
-    void checkForUpdates(const QString &version);
+    void checkForUpdates(const QString &version, const QString &releaseNotes = {});
     /** Opens the settings by their keys and waits for them; what follows looks at them. */
     void openSettings();
     /** From here on, the items and texts of this window are looked at. */
