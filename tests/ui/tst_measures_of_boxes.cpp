@@ -35,7 +35,7 @@ double down(const QRectF &outer, const QRectF &inner)
     return inner.center().y() - outer.center().y();
 }
 
-const auto page = named(u"page"_s);
+const auto content = named(u"page"_s);
 const auto square = named(u"onboardingSquare"_s);
 const auto message = named(u"onboardingMessage"_s);
 const auto sheet = childOf(named(u"onboarding"_s), 1);
@@ -62,8 +62,8 @@ const Measures guide = motion(page, u"opacity"_s, 180, QEasingCurve::OutCubic)
     + box(u"other mark"_s, mark(0), 7, 7) + box(u"other mark"_s, mark(4), 7, 7)
     + Measures{
         of(u"sheet"_s, sheet, "radius", 14.0),
-        between(u"sheet, right of the middle"_s, page, sheet, right, 0),
-        between(u"sheet, below the middle"_s, page, sheet, down, 0),
+        between(u"sheet, right of the middle"_s, content, sheet, right, 0),
+        between(u"sheet, below the middle"_s, content, sheet, down, 0),
         of(u"square"_s, square, "radius", 26.0),
         of(u"square"_s, square, "color", faded(blue, 0.1)),
         of(u"symbol"_s, childOf(square, 0), "color", blue),
@@ -104,8 +104,8 @@ const Measures alert = box(u"icon"_s, alertIcon, 64, 64)
     + font(u"message"_s, text(u"Drop an application with the .app extension."_s), 11, QFont::Normal)
     + Measures{
         of(u"box"_s, alertBox, "width", 280.0),
-        between(u"box, right of the middle"_s, page, alertBox, right, 0),
-        between(u"box, below the middle"_s, page, alertBox, down, -20),
+        between(u"box, right of the middle"_s, content, alertBox, right, 0),
+        between(u"box, below the middle"_s, content, alertBox, down, -20),
         of(u"box"_s, alertBox, "radius", 12.0),
         of(u"button"_s, button(u"OK"_s), "height", 28.0),
         of(u"button"_s, button(u"OK"_s), "prominent", true),
