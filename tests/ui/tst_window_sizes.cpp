@@ -91,13 +91,13 @@ private Q_SLOTS:
         };
         const auto before = places();
         QList<zorvane::inspection::DiscoveredNetworkProcess> processes;
-        for (int number = 0; number < 120; ++number)
+        for (int number = 0; number < 98; ++number)
             processes << observedProcess(
                 fixture.platform, u"Atlas"_s, u"helper %1"_s.arg(number), std::nullopt);
         observe(fixture.platform, processes);
-        QVERIFY(fixture.text(u"121 network processes"_s) != nullptr);
+        QVERIFY(fixture.text(u"99 network processes"_s) != nullptr);
         QCOMPARE(places(), before);
-        QVERIFY(inWindow(fixture.text(u"121 network processes"_s)).left()
+        QVERIFY(inWindow(fixture.text(u"99 network processes"_s)).left()
             > inWindow(fixture.item(u"disclosure"_s)).left());
     }
 
