@@ -8,9 +8,10 @@ namespace zorvane::ui
 /**
  * What can be pressed: by the pointer, by Space and Return, and by whoever calls press(). Never
  * takes the focus by a click, so whoever has it got it by the keyboard and shows its ring. The ring
- * and the face are built when they first show: a long list holds many such areas.
+ * and the face are built when they first show: a long list holds many such areas. (Its base is
+ * named in full, as the tools that describe types to QML look for it by that name.)
  */
-class PressArea : public HoverArea
+class PressArea : public zorvane::ui::HoverArea
 {
     Q_OBJECT
     QML_ELEMENT
