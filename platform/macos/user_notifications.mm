@@ -151,9 +151,9 @@ public:
     {
         @autoreleasepool {
             const std::weak_ptr<const void> owner = m_lifetime.watch();
+            const auto options = UNAuthorizationOptionAlert | UNAuthorizationOptionSound;
             [m_center
-                requestAuthorizationWithOptions:UNAuthorizationOptionAlert
-                | UNAuthorizationOptionSound
+                requestAuthorizationWithOptions:options
                               completionHandler:^(BOOL granted, NSError *error) {
                                   onMainQueue(owner, [done, granted, failure = errorOf(error)] {
                                       done(granted, failure);
