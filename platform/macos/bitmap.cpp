@@ -5,6 +5,9 @@
 namespace zorvane::platform::macos
 {
 
+static_assert(kCGImageAlphaPremultipliedLast == 1);
+static_assert(kCGInterpolationHigh == 3);
+
 QImage paintedBitmap(QSize size, const std::function<void(CGContextRef)> &paint)
 {
     QImage image(size, QImage::Format_RGBA8888_Premultiplied);

@@ -39,7 +39,10 @@ public:
     [[nodiscard]] std::unique_ptr<Bundle> open(const std::filesystem::path &path) const override
     {
         @autoreleasepool {
-            NSBundle *const bundle = [NSBundle bundleWithURL:urlOf(path)];
+            NSURL *const url = urlOf(path);
+            if (url == nil)
+                return nullptr;
+            NSBundle *const bundle = [NSBundle bundleWithURL:url];
             if (bundle == nil)
                 return nullptr;
             return std::make_unique<OpenBundle>(bundle);

@@ -9,6 +9,9 @@ namespace zorvane::platform::macos
 namespace
 {
 
+static_assert(kSecCSDefaultFlags == 0);
+static_assert(kSecCSSigningInformation == 2);
+
 class SecurityCodeSignatures final : public CodeSignatures
 {
 public:
@@ -17,6 +20,8 @@ public:
     {
         @autoreleasepool {
             NSURL *const url = urlOf(path);
+            if (url == nil)
+                return std::nullopt;
             SecStaticCodeRef created = nullptr;
             if (SecStaticCodeCreateWithPath((__bridge CFURLRef)url, kSecCSDefaultFlags, &created)
                 != errSecSuccess)

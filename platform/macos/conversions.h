@@ -34,6 +34,7 @@ namespace zorvane::platform::macos
 /** Nothing for nil: only that is success. */
 [[nodiscard]] std::optional<PlatformError> errorOf(NSError *error);
 
+/** Nil for the empty path, which names no file. */
 [[nodiscard]] NSURL *urlOf(const std::filesystem::path &path);
 /** The path in the file system's own encoding; nothing if it is longer than any that can be opened.
  */

@@ -123,6 +123,8 @@ std::optional<PlatformError> errorOf(NSError *error)
 
 NSURL *urlOf(const std::filesystem::path &path)
 {
+    if (path.empty())
+        return nil;
     std::error_code ignored;
     const bool isDirectory = std::filesystem::is_directory(path, ignored);
     return [NSURL fileURLWithFileSystemRepresentation:path.c_str()

@@ -1,45 +1,30 @@
 #include "platform/macos/adapters.h"
 #include "platform/macos/conversions.h"
 
-#include <string>
-
 namespace zorvane::platform::macos
 {
 
 namespace
 {
 
-/** Names items by the root as it was given: the enumerator may resolve links on the way to it. */
-class Naming
+/**
+ * The root as it was given, and the last @p level parts of @p item. What the enumerator puts before
+ * these need not be the root byte by byte: it may resolve links on the way, and writes accented
+ * letters in another form.
+ */
+std::filesystem::path nameBelow(
+    const std::filesystem::path &root, const std::filesystem::path &item, NSUInteger level)
 {
-public:
-    explicit Naming(const std::filesystem::path &root)
-        : m_given(root.native())
-    {
-        std::error_code failed;
-        const auto resolved = std::filesystem::canonical(root, failed);
-        m_resolved = failed ? m_given : resolved.native();
-    }
+    auto part = item.end();
+    for (; level > 0 && part != item.begin(); --level)
+        --part;
+    std::filesystem::path name = root;
+    for (; part != item.end(); ++part)
+        name /= *part;
+    return name;
+}
 
-    /** Nothing for what does not lie below the root. */
-    [[nodiscard]] std::optional<std::string> name(const std::string &item) const
-    {
-        if (liesBelow(item, m_given))
-            return item;
-        if (liesBelow(item, m_resolved))
-            return m_given + item.substr(m_resolved.size());
-        return std::nullopt;
-    }
-
-private:
-    static bool liesBelow(const std::string &item, const std::string &root)
-    {
-        return item.size() > root.size() && item.starts_with(root) && item[root.size()] == '/';
-    }
-
-    const std::string m_given;
-    std::string m_resolved;
-};
+static_assert(NSDirectoryEnumerationSkipsHiddenFiles == 1 << 2);
 
 /** A link is neither a directory nor a regular file here, and so is what cannot be asked. */
 ItemKind kindOf(NSURL *item, NSArray<NSURLResourceKey> *keys)
@@ -56,30 +41,30 @@ public:
     void walk(const std::filesystem::path &root, const Visitor &visit) const override
     {
         @autoreleasepool {
+            NSURL *const url = urlOf(root);
+            if (url == nil)
+                return;
             NSArray<NSURLResourceKey> *const keys = @[ NSURLIsDirectoryKey, NSURLIsRegularFileKey ];
             NSDirectoryEnumerator<NSURL *> *const items =
-                [NSFileManager.defaultManager enumeratorAtURL:urlOf(root)
+                [NSFileManager.defaultManager enumeratorAtURL:url
                                    includingPropertiesForKeys:keys
                                                       options:NSDirectoryEnumerationSkipsHiddenFiles
                                                  errorHandler:nil];
-            const Naming naming(root);
-            while (visitNext(items, keys, naming, visit)) { }
+            while (visitNext(items, keys, root, visit)) { }
         }
     }
 
 private:
     /** With a pool of its own for each item: a bundle may hold hundreds of thousands. */
     static bool visitNext(NSDirectoryEnumerator<NSURL *> *items, NSArray<NSURLResourceKey> *keys,
-        const Naming &naming, const Visitor &visit)
+        const std::filesystem::path &root, const Visitor &visit)
     {
         @autoreleasepool {
             NSURL *const item = [items nextObject];
             if (item == nil)
                 return false;
-            if (const auto path = pathOf(item)) {
-                if (const auto name = naming.name(path->native()))
-                    visit(*name, kindOf(item, keys));
-            }
+            if (const auto path = pathOf(item))
+                visit(nameBelow(root, *path, items.level).native(), kindOf(item, keys));
             return true;
         }
     }

@@ -11,6 +11,9 @@ namespace zorvane::platform::macos
 namespace
 {
 
+// Told apart by number where the filter's errors are classified.
+static_assert(NEFilterManagerErrorConfigurationPermissionDenied == 5);
+
 NSDictionary<NSString *, id> *vendorDictionary(const std::map<QString, QStringList> &values)
 {
     NSMutableDictionary<NSString *, id> *const dictionary = [NSMutableDictionary dictionary];
@@ -36,8 +39,19 @@ public:
         }
     }
 
-    [[nodiscard]] bool isEnabled() const override { return m_manager.enabled; }
-    void setEnabled(bool enabled) override { m_manager.enabled = enabled; }
+    [[nodiscard]] bool isEnabled() const override
+    {
+        @autoreleasepool {
+            return m_manager.enabled;
+        }
+    }
+
+    void setEnabled(bool enabled) override
+    {
+        @autoreleasepool {
+            m_manager.enabled = enabled;
+        }
+    }
 
     void setProviderConfiguration(const FilterProviderConfiguration &configuration) override
     {
@@ -79,7 +93,9 @@ private:
 
 std::unique_ptr<FilterManager> makeFilterManager()
 {
-    return std::make_unique<NetworkFilterManager>();
+    @autoreleasepool {
+        return std::make_unique<NetworkFilterManager>();
+    }
 }
 
 } // namespace zorvane::platform::macos

@@ -118,10 +118,10 @@ public:
             task.delegate = [[ZorvaneManifestExchange alloc] initWithLongestBody:request.longestBody
                                                                             done:answer];
             [task resume];
-            // Cancelling a task that has ended does nothing.
+            // Cancelling a task that has ended does nothing. On a queue that needs no loop of ours.
             dispatch_after(dispatch_time(DISPATCH_TIME_NOW,
                                std::chrono::nanoseconds(request.totalTimeout).count()),
-                dispatch_get_main_queue(), ^{ [task cancel]; });
+                dispatch_get_global_queue(QOS_CLASS_UTILITY, 0), ^{ [task cancel]; });
         }
     }
 

@@ -10,7 +10,9 @@ namespace
 
 bool isMotionReduced()
 {
-    return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldReduceMotion;
+    @autoreleasepool {
+        return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldReduceMotion;
+    }
 }
 
 class WorkspaceMotion final : public MotionPreference
@@ -27,25 +29,29 @@ public:
     {
         stop();
         __block bool known = isMotionReduced();
-        m_observer = [NSWorkspace.sharedWorkspace.notificationCenter
-            addObserverForName:NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification
-                        object:nil
-                         queue:NSOperationQueue.mainQueue
-                    usingBlock:^(NSNotification *) {
-                        // The notification speaks of the other display options as well.
-                        if (isMotionReduced() == known)
-                            return;
-                        known = !known;
-                        changed();
-                    }];
+        @autoreleasepool {
+            m_observer = [NSWorkspace.sharedWorkspace.notificationCenter
+                addObserverForName:NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification
+                            object:nil
+                             queue:NSOperationQueue.mainQueue
+                        usingBlock:^(NSNotification *) {
+                            // The notification speaks of the other display options as well.
+                            if (isMotionReduced() == known)
+                                return;
+                            known = !known;
+                            changed();
+                        }];
+        }
     }
 
 private:
     void stop()
     {
-        if (m_observer != nil)
-            [NSWorkspace.sharedWorkspace.notificationCenter removeObserver:m_observer];
-        m_observer = nil;
+        @autoreleasepool {
+            if (m_observer != nil)
+                [NSWorkspace.sharedWorkspace.notificationCenter removeObserver:m_observer];
+            m_observer = nil;
+        }
     }
 
     id<NSObject> m_observer = nil;

@@ -15,6 +15,11 @@ public:
     {
     }
 
+    /** A short program may end before the system has passed on what was set. */
+    ~UserDefaults() override { flush(); }
+    UserDefaults(const UserDefaults &) = delete;
+    UserDefaults &operator=(const UserDefaults &) = delete;
+
     [[nodiscard]] bool contains(const QString &key) const override
     {
         @autoreleasepool {
@@ -78,9 +83,16 @@ public:
         set(key, [&] { return value.toNSString(); });
     }
 
-    void synchronize() override { [m_defaults synchronize]; }
+    void synchronize() override { flush(); }
 
 private:
+    void flush()
+    {
+        @autoreleasepool {
+            [m_defaults synchronize];
+        }
+    }
+
     [[nodiscard]] id object(const QString &key) const
     {
         return [m_defaults objectForKey:key.toNSString()];
@@ -115,7 +127,9 @@ public:
 
 std::unique_ptr<Preferences> makePreferences()
 {
-    return std::make_unique<UserDefaults>(NSUserDefaults.standardUserDefaults);
+    @autoreleasepool {
+        return std::make_unique<UserDefaults>(NSUserDefaults.standardUserDefaults);
+    }
 }
 
 std::unique_ptr<PreferencesSuites> makePreferencesSuites()

@@ -29,9 +29,10 @@ using zorvane::platform::ReplacementAction;
                                 withExtension:(OSSystemExtensionProperties *)__unused extension
 {
     const auto delegate = _delegate.lock();
-    return delegate && delegate->actionForReplacingExtension() == ReplacementAction::Replace
-        ? OSSystemExtensionReplacementActionReplace
-        : OSSystemExtensionReplacementActionCancel;
+    // Whoever submitted may be gone: the program's own extension is still the one that is wanted.
+    return delegate && delegate->actionForReplacingExtension() == ReplacementAction::Cancel
+        ? OSSystemExtensionReplacementActionCancel
+        : OSSystemExtensionReplacementActionReplace;
 }
 
 - (void)requestNeedsUserApproval:(OSSystemExtensionRequest *)__unused request
@@ -66,6 +67,9 @@ static_assert(static_cast<long>(ActivationResult::Completed)
     == static_cast<long>(OSSystemExtensionRequestCompleted));
 static_assert(static_cast<long>(ActivationResult::WillCompleteAfterReboot)
     == static_cast<long>(OSSystemExtensionRequestWillCompleteAfterReboot));
+
+// Told apart by number where the filter's errors are classified.
+static_assert(OSSystemExtensionErrorAuthorizationRequired == 13);
 
 class SubmittedRequest final : public ActivationRequest
 {

@@ -13,9 +13,11 @@ namespace
 
 std::optional<PlatformError> notAllowed()
 {
-    return errorOf([NSError errorWithDomain:UNErrorDomain
-                                       code:UNErrorCodeNotificationsNotAllowed
-                                   userInfo:nil]);
+    @autoreleasepool {
+        return errorOf([NSError errorWithDomain:UNErrorDomain
+                                           code:UNErrorCodeNotificationsNotAllowed
+                                       userInfo:nil]);
+    }
 }
 
 } // namespace

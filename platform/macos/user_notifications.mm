@@ -68,6 +68,7 @@ static_assert(
     static_cast<long>(NotificationAuthorization::Authorized) == UNAuthorizationStatusAuthorized);
 static_assert(
     static_cast<long>(NotificationAuthorization::Provisional) == UNAuthorizationStatusProvisional);
+static_assert(UNNotificationActionOptionForeground == 1 << 2);
 
 UNNotificationCategory *categoryOf(const NotificationCategory &category)
 {
@@ -117,7 +118,9 @@ public:
 
     void setDelegate(std::weak_ptr<NotificationDelegate> delegate) override
     {
-        [m_observer setReceiver:std::move(delegate)];
+        @autoreleasepool {
+            [m_observer setReceiver:std::move(delegate)];
+        }
     }
 
     void setCategories(const QList<NotificationCategory> &categories) override
@@ -132,24 +135,31 @@ public:
 
     void authorization(std::function<void(NotificationAuthorization)> done) override
     {
-        const std::weak_ptr<const void> owner = m_lifetime.watch();
-        [m_center getNotificationSettingsWithCompletionHandler:^(UNNotificationSettings *settings) {
-            const auto state = static_cast<NotificationAuthorization>(settings.authorizationStatus);
-            onMainQueue(owner, [done, state] { done(state); });
-        }];
+        @autoreleasepool {
+            const std::weak_ptr<const void> owner = m_lifetime.watch();
+            [m_center
+                getNotificationSettingsWithCompletionHandler:^(UNNotificationSettings *settings) {
+                    const auto state
+                        = static_cast<NotificationAuthorization>(settings.authorizationStatus);
+                    onMainQueue(owner, [done, state] { done(state); });
+                }];
+        }
     }
 
     void requestAuthorization(
         std::function<void(bool granted, const std::optional<PlatformError> &error)> done) override
     {
-        const std::weak_ptr<const void> owner = m_lifetime.watch();
-        [m_center
-            requestAuthorizationWithOptions:UNAuthorizationOptionAlert | UNAuthorizationOptionSound
-                          completionHandler:^(BOOL granted, NSError *error) {
-                              onMainQueue(owner, [done, granted, failure = errorOf(error)] {
-                                  done(granted, failure);
-                              });
-                          }];
+        @autoreleasepool {
+            const std::weak_ptr<const void> owner = m_lifetime.watch();
+            const auto options = UNAuthorizationOptionAlert | UNAuthorizationOptionSound;
+            [m_center
+                requestAuthorizationWithOptions:options
+                              completionHandler:^(BOOL granted, NSError *error) {
+                                  onMainQueue(owner, [done, granted, failure = errorOf(error)] {
+                                      done(granted, failure);
+                                  });
+                              }];
+        }
     }
 
     void add(const NotificationRequest &request,
@@ -197,9 +207,11 @@ private:
 
 std::unique_ptr<UserNotifications> makeUserNotifications()
 {
-    if (NSBundle.mainBundle.bundleIdentifier == nil)
-        return std::make_unique<UnbundledNotifications>();
-    return std::make_unique<CenterNotifications>();
+    @autoreleasepool {
+        if (NSBundle.mainBundle.bundleIdentifier == nil)
+            return std::make_unique<UnbundledNotifications>();
+        return std::make_unique<CenterNotifications>();
+    }
 }
 
 } // namespace zorvane::platform::macos
