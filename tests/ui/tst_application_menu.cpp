@@ -177,11 +177,11 @@ private Q_SLOTS:
         fixture.key(Qt::Key_Down);
         QCOMPARE(fixture.chosen(), u"About Zorvane"_s);
         fixture.key(Qt::Key_Up);
-        QCOMPARE(fixture.chosen(), u"Quit Zorvane"_s);
+        QTRY_COMPARE(fixture.chosen(), u"Quit Zorvane"_s);
         fixture.key(Qt::Key_Down);
         QCOMPARE(fixture.chosen(), u"About Zorvane"_s);
         fixture.key(Qt::Key_End);
-        QCOMPARE(fixture.chosen(), u"Quit Zorvane"_s);
+        QTRY_COMPARE(fixture.chosen(), u"Quit Zorvane"_s);
         fixture.key(Qt::Key_Home);
         QCOMPARE(fixture.chosen(), u"About Zorvane"_s);
     }
@@ -230,7 +230,7 @@ private Q_SLOTS:
         QVERIFY(fixture.menu() != nullptr);
         const auto quit = centre(fixture.command(u"Quit Zorvane"_s));
         QTest::mouseMove(window, quit);
-        QCOMPARE(fixture.chosen(), u"Quit Zorvane"_s);
+        QTRY_COMPARE(fixture.chosen(), u"Quit Zorvane"_s);
         QTest::mouseRelease(window, Qt::LeftButton, {}, quit);
         QCOMPARE(fixture.platform.actions.calls, QStringList{u"terminate"_s});
     }
@@ -242,7 +242,7 @@ private Q_SLOTS:
         const auto *const settings = fixture.command(u"Settings\u2026"_s);
         QTest::mouseMove(
             fixture.window(), settings->mapToScene(QPointF(settings->width() / 2, 12)).toPoint());
-        QCOMPARE(fixture.chosen(), u"Settings\u2026"_s);
+        QTRY_COMPARE(fixture.chosen(), u"Settings\u2026"_s);
     }
 
     void assistiveTechnologyOpensItAndDoesItsCommands()

@@ -10,7 +10,7 @@ Pressable {
     property real unfolding: 0
 
     // As wide in every row, as long as the count has no more than two digits.
-    width: Math.max(164, 2 + mark.width + 6 + Math.ceil(label.width) + 6 + chevron.width + 8)
+    width: Math.max(164, mark.width + 6 + Math.ceil(label.width) + 6 + chevron.width + 8)
     height: 24
     focusGap: 0
     focusInset: mark.x - 8
