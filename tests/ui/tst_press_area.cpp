@@ -62,8 +62,8 @@ private Q_SLOTS:
         QTest::mousePress(fixture.window(), Qt::LeftButton, {}, fixture.centre());
         QVERIFY(fixture.area->isPressed());
         QCOMPARE(clicks.size(), 0);
+        // The row goes, and the area with it.
         QTest::mouseRelease(fixture.window(), Qt::LeftButton, {}, fixture.centre());
-        QVERIFY(!fixture.area->isPressed());
         QCOMPARE(clicks.size(), 1);
     }
 
