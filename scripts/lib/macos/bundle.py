@@ -199,9 +199,10 @@ def problems_of(arguments):
     return [__doc__]
 
 
-def main():
+def exit_status(problems_of_arguments):
+    """Prints, a line each, the problems that a command's arguments lead to."""
     try:
-        problems = problems_of(sys.argv[1:])
+        problems = problems_of_arguments(sys.argv[1:])
     except Problem as problem:
         problems = [str(problem)]
     for problem in problems:
@@ -210,4 +211,4 @@ def main():
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(exit_status(problems_of))

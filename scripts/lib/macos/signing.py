@@ -19,7 +19,7 @@ import plistlib
 import sys
 
 from bundle import CONTENT_FILTER, EXTENSION_FILTER, GROUPS, MACH_O, NETWORK_EXTENSION
-from bundle import Problem, property_list
+from bundle import Problem, exit_status, property_list
 
 BUNDLES = (".app", ".appex", ".bundle", ".framework", ".plugin", ".systemextension", ".xpc")
 IDENTIFIER = "com.apple.application-identifier"
@@ -127,15 +127,5 @@ def run(arguments):
     return [__doc__]
 
 
-def main():
-    try:
-        problems = run(sys.argv[1:])
-    except Problem as problem:
-        problems = [str(problem)]
-    for problem in problems:
-        print(problem, file=sys.stderr)
-    return 1 if problems else 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(exit_status(run))
