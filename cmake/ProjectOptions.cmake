@@ -29,6 +29,11 @@ if(APPLE)
 -Wunguarded-availability-new;-Wimplicit-retain-self>")
 endif()
 
+# What nothing calls stays out of the programs, and so out of memory.
+add_compile_options($<$<CONFIG:Release>:-ffunction-sections> $<$<CONFIG:Release>:-fdata-sections>)
+add_link_options(
+    $<$<CONFIG:Release>:$<IF:$<BOOL:${APPLE}>,-Wl$<COMMA>-dead_strip,-Wl$<COMMA>--gc-sections>>)
+
 if(ZORVANE_SANITIZE)
     add_compile_options(-fsanitize=${ZORVANE_SANITIZE} -fno-omit-frame-pointer -g)
     add_link_options(-fsanitize=${ZORVANE_SANITIZE})

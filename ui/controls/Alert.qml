@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 import Zorvane.Ui
 
@@ -12,7 +11,7 @@ Item {
     required property string title
     required property string message
     readonly property bool open: message !== ""
-    property bool fading: false
+    readonly property bool fading: (lazy.item?.opacity ?? 0) > 0
 
     signal dismissed
     /* What it had disabled can take the focus again. */
@@ -44,17 +43,11 @@ Item {
     Lazy {
         id: lazy
 
+        anchors.fill: parent
         active: root.open || root.fading
-
-        AlertBox {
-            objectName: "alertBox"
-            width: root.width
-            height: root.height
-            open: root.open
-            onFadingChanged: root.fading = fading
-            title: root.title
-            message: root.message
-            onDismissed: root.dismissed()
-        }
+        document: "AlertBox"
+        properties: ({
+                "alert": root
+            })
     }
 }

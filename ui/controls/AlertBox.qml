@@ -1,21 +1,23 @@
 import QtQuick
+import Zorvane.Ui
 
-/* The alert itself. Return and Escape both press its button. */
+/* What an alert shows. Return and Escape both press its button. */
 ModalLayer {
     id: root
 
-    required property string title
-    required property string message
+    required property Alert alert
+    readonly property string message: alert.message
     property string shownMessage: message
-
-    signal dismissed
 
     function dismiss(event: KeyEvent): void {
         event.accepted = true;
         if (root.open && !event.isAutoRepeat)
-            root.dismissed();
+            root.alert.dismissed();
     }
 
+    objectName: "alertBox"
+    anchors.fill: parent
+    open: alert.open
     boxWidth: 280
     boxHeight: inside.height + 32
     boxRadius: 12
@@ -25,7 +27,7 @@ ModalLayer {
     shadowStrength: Theme.dark ? 0.60 : 0.35
 
     Accessible.role: Accessible.AlertMessage
-    Accessible.name: title
+    Accessible.name: alert.title
     Accessible.description: shownMessage
 
     Keys.onReturnPressed: event => root.dismiss(event)
@@ -60,7 +62,7 @@ ModalLayer {
         Label {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: root.title
+            text: root.alert.title
             font: Type.alertTitle
         }
 
@@ -90,7 +92,7 @@ ModalLayer {
             prominent: true
             text: "OK"
             Accessible.defaultButton: true
-            onClicked: root.dismissed()
+            onClicked: root.alert.dismissed()
         }
     }
 }

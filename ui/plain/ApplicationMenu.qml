@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 import Zorvane.Ui
 
@@ -10,6 +9,10 @@ Rectangle {
     id: root
 
     required property UpdateController updates
+    readonly property Item title: opener
+    readonly property string name: label.text
+    readonly property string settingsKeys: settingsShortcut.nativeText
+    readonly property string quitKeys: quitShortcut.nativeText
     property bool open: false
     /* Alt went down, and nothing has happened since. */
     property bool altAlone: false
@@ -20,6 +23,9 @@ Rectangle {
     signal quitRequested
     /* The menu has given the keyboard back. */
     signal closed
+    /* A press on the title goes on to this place of the window, or ends there. */
+    signal draggedTo(point place)
+    signal releasedAt(point place)
 
     function close(): void {
         if (!root.open)
@@ -58,7 +64,7 @@ Rectangle {
     }
 
     StandardShortcut {
-        id: settingsKeys
+        id: settingsShortcut
 
         command: StandardKey.Preferences // qmllint disable unqualified
         otherwise: "Ctrl+,"
@@ -66,7 +72,7 @@ Rectangle {
     }
 
     StandardShortcut {
-        id: quitKeys
+        id: quitShortcut
 
         command: StandardKey.Quit // qmllint disable unqualified
         otherwise: "Ctrl+Q"
@@ -112,50 +118,17 @@ Rectangle {
             onPressed: root.open = true
             onPositionChanged: event => {
                 if (pressed)
-                    (menu.item as Menu)?.pointAt(place(event));
+                    root.draggedTo(place(event));
             }
-            onReleased: event => (menu.item as Menu)?.releaseAt(place(event))
+            onReleased: event => root.releasedAt(place(event))
         }
     }
 
     Lazy {
-        id: menu
-
         active: root.open
-
-        Menu {
-            title: opener
-            name: label.text
-            onClosed: root.close()
-
-            MenuItem {
-                text: "About Zorvane"
-                onTriggered: root.aboutRequested()
-            }
-
-            MenuItem {
-                text: "Check for Updates…"
-                available: !root.updates.isChecking
-                onTriggered: root.updateCheckRequested()
-            }
-
-            MenuLine {
-            }
-
-            MenuItem {
-                text: "Settings…"
-                keys: settingsKeys.nativeText
-                onTriggered: root.settingsRequested()
-            }
-
-            MenuLine {
-            }
-
-            MenuItem {
-                text: "Quit Zorvane"
-                keys: quitKeys.nativeText
-                onTriggered: root.quitRequested()
-            }
-        }
+        document: "CommandMenu"
+        properties: ({
+                "bar": root
+            })
     }
 }

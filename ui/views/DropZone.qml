@@ -104,11 +104,14 @@ Item {
             }
         }
 
-        Spinner {
-            objectName: "spinner"
+        Lazy {
             anchors.horizontalCenter: parent.horizontalCenter
-            visible: root.adding
-            name: "Adding application"
+            active: root.adding
+            document: "Spinner"
+            properties: ({
+                    "objectName": "spinner",
+                    "name": "Adding application"
+                })
         }
 
         Item {

@@ -2,8 +2,9 @@ import QtQuick
 
 /* What stands in the place of the rows while there are none. */
 Item {
-    implicitHeight: 170
-    height: implicitHeight
+    objectName: "emptyList"
+    width: parent?.width ?? 0
+    height: 170
 
     Column {
         anchors.centerIn: parent

@@ -75,12 +75,12 @@ Column {
         radius: 12
         color: Theme.card
 
-        EmptyList {
+        Lazy {
             id: empty
 
-            objectName: "emptyList"
             width: parent.width
-            visible: root.applications.count === 0
+            active: root.applications.count === 0
+            document: "EmptyList"
         }
 
         BlockedAppList {

@@ -95,22 +95,16 @@ Window {
             Lazy {
                 id: guide
 
-                property bool fading: false
+                readonly property bool fading: (item?.opacity ?? 0) > 0
 
+                anchors.fill: parent
                 z: 40
+                enabled: !alert.open
                 active: root.onboarding.showingOnboarding || fading
-
-                OnboardingView {
-                    objectName: "onboarding"
-                    width: body.width
-                    height: body.height
-                    open: root.onboarding.showingOnboarding
-                    enabled: open && !alert.open
-                    steps: root.onboarding.steps
-                    onFinished: root.onboarding.finish()
-                    onClosed: root.onboarding.close()
-                    onFadingChanged: guide.fading = fading
-                }
+                document: "OnboardingView"
+                properties: ({
+                        "onboarding": root.onboarding
+                    })
             }
 
             Alert {

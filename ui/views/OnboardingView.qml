@@ -6,18 +6,14 @@ import Zorvane.Ui
 ModalLayer {
     id: root
 
-    required property var steps
+    required property Onboarding onboarding
+    readonly property var steps: onboarding.steps
     property int currentStep: 0
     readonly property bool onLastStep: currentStep === steps.length - 1
 
-    /* The user has finished or skipped it. */
-    signal finished
-    /* The user has put it away. */
-    signal closed
-
     function goForward(): void {
         if (root.onLastStep)
-            root.finished();
+            root.onboarding.finish();
         else
             root.currentStep += 1;
     }
@@ -27,6 +23,9 @@ ModalLayer {
             root.currentStep -= 1;
     }
 
+    objectName: "onboarding"
+    anchors.fill: parent
+    open: onboarding.showingOnboarding
     boxWidth: 540
     boxHeight: 404
     boxRadius: 14
@@ -48,7 +47,7 @@ ModalLayer {
         if (!event.isAutoRepeat)
             root.goForward();
     }
-    Keys.onEscapePressed: root.closed()
+    Keys.onEscapePressed: root.onboarding.close()
     Keys.onTabPressed: skip.forceActiveFocus(Qt.TabFocusReason)
     Keys.onBacktabPressed: forward.forceActiveFocus(Qt.BacktabFocusReason)
 
@@ -98,7 +97,7 @@ ModalLayer {
         toolTip: "Close the tutorial"
         KeyNavigation.tab: back
         KeyNavigation.backtab: forward
-        onClicked: root.finished()
+        onClicked: root.onboarding.finish()
     }
 
     Button {
