@@ -1,13 +1,14 @@
 #include "platform/platform.h"
 
 #include "platform/bundle_reading.h"
-#include "platform/qt_network/qt_manifest_fetcher.h"
+#include "platform/fetching_process/process_manifest_fetcher.h"
 #include "platform/simulated/desktop_motion.h"
 #include "platform/simulated/desktop_notifications.h"
 #include "platform/simulated/filter_manager.h"
 #include "platform/simulated/log.h"
 #include "platform/simulated/main_bundle.h"
 #include "platform/simulated/preferences.h"
+#include "platform/simulated/product_program.h"
 #include "platform/simulated/report.h"
 #include "platform/simulated/simulated_system.h"
 #include "platform/simulated/system_actions.h"
@@ -16,6 +17,8 @@
 
 namespace zorvane::platform
 {
+
+using namespace Qt::StringLiterals;
 
 Platform makePlatform()
 {
@@ -41,7 +44,8 @@ Platform makePlatform()
     platform.actions = std::make_unique<DesktopActions>();
     platform.fileAccess = std::make_unique<OpenFileAccess>();
     platform.motion = std::make_unique<DesktopMotion>(QDBusConnection::sessionBus());
-    platform.manifestFetcher = std::make_unique<qt_network::QtManifestFetcher>(*platform.scheduler);
+    platform.manifestFetcher = std::make_unique<fetching_process::ProcessManifestFetcher>(
+        productProgram(u"zorvane-fetch-manifest"_s));
     platform.notifications = std::make_unique<DesktopNotifications>(
         QDBusConnection::sessionBus(), system->notificationsFile(), *platform.scheduler);
     platform.setAsideFolder = SimulatedSystem::setAsideFolder();

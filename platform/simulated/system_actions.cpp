@@ -1,5 +1,6 @@
 #include "platform/simulated/system_actions.h"
 
+#include "platform/simulated/product_program.h"
 #include "platform/simulated/report.h"
 
 #include <QCoreApplication>
@@ -32,14 +33,10 @@ void open(const QUrl &url)
         qCWarning(simulatedSystem).noquote() << "The desktop could not open" << url.toString();
 }
 
-/** Starts a program of the product from this one's own folder, or else from $PATH. */
+/** Starts a program of the product. */
 void start(const QString &name)
 {
-    QString program
-        = QStandardPaths::findExecutable(name, {QCoreApplication::applicationDirPath()});
-    if (program.isEmpty())
-        program = QStandardPaths::findExecutable(name);
-    if (program.isEmpty() || !QProcess::startDetached(program, {}))
+    if (!QProcess::startDetached(productProgram(name), {}))
         qCWarning(simulatedSystem).noquote() << name << "could not be started";
 }
 

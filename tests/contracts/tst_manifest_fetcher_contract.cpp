@@ -98,6 +98,7 @@ private Q_SLOTS:
         clock.start();
         QVERIFY(failure(request));
         QVERIFY(clock.elapsed() < 5000);
+        QVERIFY(server.hasPendingConnections());
     }
 
     void nothingIsAnsweredOnceTheFetcherIsGone()

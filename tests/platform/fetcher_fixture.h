@@ -66,7 +66,7 @@ public:
     const QSslConfiguration identity
         = authority.issue(QStringLiteral("DNS:localhost,IP:127.0.0.1"));
     std::unique_ptr<HttpsServer> server;
-    std::unique_ptr<platform::qt_network::QtManifestFetcher> fetcher;
+    std::unique_ptr<platform::ManifestFetcher> fetcher;
     platform::ManifestRequest request;
 };
 
