@@ -32,6 +32,7 @@ public:
     void begin(const QString &program);
 
 private:
+    void take();
     void read();
     void errorOccurred(QProcess::ProcessError error);
     void ended();
@@ -76,11 +77,16 @@ void ProcessExchange::begin(const QString &program)
     m_process.start(program, encodedRequest(m_request));
 }
 
+/** Takes what it has said since, one byte more than an answer can have at most. */
+void ProcessExchange::take()
+{
+    m_output += m_process.read(longestAnswer(m_request.longestBody) + 1 - m_output.size());
+}
+
 void ProcessExchange::read()
 {
-    const qsizetype most = longestAnswer(m_request.longestBody);
-    m_output += m_process.read(most + 1 - m_output.size());
-    if (m_output.size() > most)
+    take();
+    if (m_output.size() > longestAnswer(m_request.longestBody))
         fail(Problem::NotUnderstood, u"The program that fetches says more than it was asked"_s);
 }
 
@@ -93,9 +99,7 @@ void ProcessExchange::errorOccurred(QProcess::ProcessError error)
 
 void ProcessExchange::ended()
 {
-    read();
-    if (!m_done)
-        return;
+    take();
     if (m_process.exitStatus() != QProcess::NormalExit || m_process.exitCode() != EXIT_SUCCESS)
         fail(Problem::Failed, u"The program that fetches failed"_s);
     else if (const auto result = decodedAnswer(m_output, m_request.longestBody))
@@ -111,6 +115,9 @@ void ProcessExchange::fail(Problem problem, const QString &description)
 
 void ProcessExchange::answer(const ManifestFetcher::Result &result)
 {
+    // A signal may have been on its way when the answer was given.
+    if (!m_done)
+        return;
     m_backstop.stop();
     m_process.disconnect(this);
     if (m_process.state() == QProcess::NotRunning) {
