@@ -25,8 +25,7 @@ constexpr auto grace = 3s;
 class ProcessExchange final : public QObject
 {
 public:
-    ProcessExchange(
-        const ManifestRequest &request, ManifestFetcher::Completion done, QObject *parent);
+    ProcessExchange(ManifestRequest request, ManifestFetcher::Completion done, QObject *parent);
     ~ProcessExchange() override;
 
     void begin(const QString &program);
@@ -47,9 +46,9 @@ private:
 };
 
 ProcessExchange::ProcessExchange(
-    const ManifestRequest &request, ManifestFetcher::Completion done, QObject *parent)
+    ManifestRequest request, ManifestFetcher::Completion done, QObject *parent)
     : QObject(parent)
-    , m_request(request)
+    , m_request(std::move(request))
     , m_done(std::move(done))
 {
     // Queued, as a start can fail at once, and an answer may be the end of all this.
