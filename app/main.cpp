@@ -22,7 +22,9 @@ int run(platform::SingleInstance &instance)
         return EXIT_FAILURE;
     instance.onBringForward([&interface] { interface.bringForward(); });
     interface.show();
-    platform::requestBackgroundRuns();
+    // A copy on a disk image or among the downloads is only on its way.
+    if (store.filterController()->isRunningFromApplicationsFolder())
+        platform::requestBackgroundRuns();
     const int result = QGuiApplication::exec();
     instance.onBringForward(nullptr);
     return result;

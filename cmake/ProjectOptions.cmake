@@ -13,12 +13,13 @@ option(ZORVANE_BUILD_BENCH "Build the benchmarks" OFF)
 option(ZORVANE_BUILD_FUZZ "Build the libFuzzer targets (clang only)" OFF)
 set(ZORVANE_SANITIZE "" CACHE STRING "Sanitizers for the whole build, as -fsanitize= takes them")
 
+# Whose ports are built: a Mac's own, elsewhere those of the simulated system, which uses what Linux
+# has.
 if(APPLE)
-    set(zorvane_default_platform macos)
+    set(ZORVANE_PLATFORM macos)
 else()
-    set(zorvane_default_platform simulated)
+    set(ZORVANE_PLATFORM simulated)
 endif()
-set(ZORVANE_PLATFORM ${zorvane_default_platform} CACHE STRING "The system's ports: macos or simulated")
 
 if(APPLE)
     enable_language(OBJCXX)

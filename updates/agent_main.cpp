@@ -9,7 +9,7 @@ using namespace zorvane;
 int main(int argc, char *argv[])
 {
 #ifdef Q_OS_MACOS
-    // Without windows Qt's own loop would run, under which the system's answers never arrive.
+    // Without windows Qt's own loop would run, which leaves the system's main queue alone.
     qputenv("QT_EVENT_DISPATCHER_CORE_FOUNDATION", "1");
 #endif
     const QCoreApplication application(argc, argv);

@@ -1,12 +1,10 @@
+#include "answer.h"
 #include "https/https_server.h"
 #include "https/test_authority.h"
-#include "own_state.h"
-#include "platform/platform.h"
+#include "own_platform.h"
 
-#include <optional>
 #include <QElapsedTimer>
 #include <QTcpServer>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -30,32 +28,21 @@ private:
     }
 
     /** The error that a fetch ends in; nothing if it does not. */
-    std::optional<PlatformError> failure(const ManifestRequest &request)
+    static std::optional<PlatformError> failure(const ManifestRequest &request)
     {
-        std::optional<ManifestFetcher::Result> result;
-        int answers = 0;
-        m_platform->manifestFetcher->fetch(request, [&](const ManifestFetcher::Result &answer) {
-            result = answer;
-            ++answers;
-        });
-        if (result)
+        OwnPlatform platform;
+        const Answer<ManifestFetcher::Result> answer;
+        platform->manifestFetcher->fetch(request, answer.receiver());
+        if (answer.count() != 0)
             qFatal("The answer came before the call had returned");
-        if (!QTest::qWaitFor([&] { return result.has_value(); }, 30'000))
-            qFatal("The fetcher did not answer");
-        QTest::qWait(50);
-        if (answers != 1)
-            qFatal("The fetcher answered %d times", answers);
-        const auto *const error = std::get_if<PlatformError>(&*result);
+        if (!answer.comesOnce())
+            qFatal("The fetcher answered %d times", answer.count());
+        const auto result = answer.value();
+        const auto *const error = std::get_if<PlatformError>(&result);
         return error == nullptr ? std::nullopt : std::optional(*error);
     }
 
-    const OwnState m_state;
-    std::optional<Platform> m_platform;
-
 private Q_SLOTS:
-    void init() { m_platform.emplace(makePlatform()); }
-    void cleanup() { m_platform.reset(); }
-
     void anAddressThatIsNotSecureIsRefused()
     {
         QTcpServer server;
@@ -103,12 +90,13 @@ private Q_SLOTS:
 
     void nothingIsAnsweredOnceTheFetcherIsGone()
     {
-        bool answered = false;
-        m_platform->manifestFetcher->fetch(
-            requestFor(QUrl(u"http://127.0.0.1:1/"_s)), [&](const auto &) { answered = true; });
-        m_platform->manifestFetcher.reset();
+        OwnPlatform platform;
+        const Answer<ManifestFetcher::Result> answer;
+        platform->manifestFetcher->fetch(
+            requestFor(QUrl(u"http://127.0.0.1:1/"_s)), answer.receiver());
+        platform->manifestFetcher.reset();
         QTest::qWait(100);
-        QVERIFY(!answered);
+        QCOMPARE(answer.count(), 0);
     }
 };
 

@@ -1,13 +1,11 @@
-#include "own_state.h"
-#include "platform/platform.h"
+#include "own_platform.h"
 
-#include <optional>
 #include <QTest>
 #include <QUuid>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::platform;
-using zorvane::tests::OwnState;
+using zorvane::tests::OwnPlatform;
 
 /** What every system's preferences do, in a suite of the test's own. */
 class TestPreferencesContract : public QObject
@@ -17,17 +15,16 @@ class TestPreferencesContract : public QObject
 private:
     [[nodiscard]] std::unique_ptr<Preferences> open() const
     {
-        return m_platform->suites->open(m_name);
+        return (*m_platform)->suites->open(m_name);
     }
 
-    const OwnState m_state;
-    std::optional<Platform> m_platform;
+    std::unique_ptr<OwnPlatform> m_platform;
     QString m_name;
 
 private Q_SLOTS:
     void init()
     {
-        m_platform.emplace(makePlatform());
+        m_platform = std::make_unique<OwnPlatform>();
         m_name = u"group.dev.kestrelworks.Zorvane.test."_s
             + QUuid::createUuid().toString(QUuid::WithoutBraces);
     }
@@ -117,7 +114,7 @@ private Q_SLOTS:
     void aSuiteIsApartFromTheProgramsOwn()
     {
         open()->setBoolean(m_name, true);
-        QVERIFY(!m_platform->preferences->contains(m_name));
+        QVERIFY(!(*m_platform)->preferences->contains(m_name));
     }
 };
 

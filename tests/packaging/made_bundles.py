@@ -81,6 +81,7 @@ class MadeBundles(unittest.TestCase):
             "CFBundleExecutable": "Filter",
             "CFBundleShortVersionString": "1.2.3",
             "CFBundleVersion": "7",
+            "NSSystemExtensionUsageDescription": "It filters.",
             "NetworkExtension": {
                 "NEMachServiceName": f"group.{IDENTIFIER}.filter",
                 "NEProviderClasses": {"com.apple.networkextension.filter-data": "Filter.Provider"},

@@ -1,12 +1,15 @@
 """What is found wrong with a bundle, and that a good one is let through."""
 
+import plistlib
 import shutil
 import unittest
 
-from made_bundles import CODE, ENTITLEMENTS, EXTENSION, MadeBundles
+from made_bundles import CODE, ENTITLEMENTS, EXTENSION, IDENTIFIER, SOURCE, MadeBundles
 from made_bundles import change_list, write, write_list
 
 import bundle
+
+GROUP = f"group.{IDENTIFIER}"
 
 
 class Bundle(MadeBundles):
@@ -113,22 +116,55 @@ class Extension(MadeBundles):
     def test_a_filter_extension_has_no_problem(self):
         self.assertEqual(self.problems(), [])
 
+    def test_the_example_for_its_makers_has_no_problem(self):
+        text = (SOURCE / "docs/macos.md").read_text()
+        example = text.split("```xml NetworkExtension\n")[1].split("```")[0]
+        content = plistlib.loads(f'<plist version="1.0"><dict>{example}</dict></plist>'.encode())
+        self.assertEqual(list(content), ["NSSystemExtensionUsageDescription", "NetworkExtension"])
+        change_list(self.list, **content)
+        self.assertEqual(self.problems(), [])
+
     def test_what_the_system_would_refuse_is_told(self):
         for changes, text in (
                 ({"CFBundleIdentifier": "com.example.Filter"}, "'com.example.Filter', not"),
                 ({"CFBundlePackageType": "APPL"}, "CFBundlePackageType"),
                 ({"CFBundleVersion": None}, "CFBundleVersion is missing"),
+                ({"NSSystemExtensionUsageDescription": ""}, "UsageDescription is missing"),
                 ({"CFBundleExecutable": "Missing"}, "not a program"),
                 ({"CFBundleExecutable": "../Info.plist"}, "names no program"),
-                ({"NetworkExtension": None}, "filter-data"),
-                ({"NetworkExtension": {"NEProviderClasses": {"dns-proxy": "X"}}}, "filter-data")):
+                ({"NetworkExtension": None}, "NetworkExtension is missing"),
+                ({"NetworkExtension": ["filter-data"]}, "NetworkExtension is missing")):
             with self.subTest(text):
-                before = self.list.read_bytes()
-                change_list(self.list, **changes)
-                problems = self.problems()
-                self.assertEqual(len(problems), 1, problems)
-                self.assertIn(text, problems[0])
-                self.list.write_bytes(before)
+                self.assert_problem(text, **changes)
+
+    def assert_problem(self, text, **changes):
+        before = self.list.read_bytes()
+        change_list(self.list, **changes)
+        problems = self.problems()
+        self.assertEqual(len(problems), 1, problems)
+        self.assertIn(text, problems[0])
+        self.list.write_bytes(before)
+
+    def test_another_provider_is_no_filter(self):
+        for providers in ({}, {"com.apple.networkextension.dns-proxy": "Filter.Provider"},
+                          {bundle.FILTER_DATA: ""}, ["Filter.Provider"]):
+            with self.subTest(providers):
+                self.assert_problem("names no filter-data provider", NetworkExtension={
+                    "NEMachServiceName": GROUP, "NEProviderClasses": providers})
+
+    def test_the_filter_is_reached_by_a_name_of_the_group(self):
+        providers = {bundle.FILTER_DATA: "Filter.Provider"}
+        for name in ("com.example.filter", f"{GROUP}2.filter", f"ABCDE12345.{GROUP}", "", 7):
+            with self.subTest(name):
+                self.assert_problem(f"NEMachServiceName of NetworkExtension is {name!r}; it has "
+                                    f"to begin with {GROUP}", NetworkExtension={
+                                        "NEMachServiceName": name, "NEProviderClasses": providers})
+        self.assert_problem("NEMachServiceName", NetworkExtension={"NEProviderClasses": providers})
+
+    def test_the_name_of_the_service_stands_beside_the_providers(self):
+        self.assert_problem("NEMachServiceName", NEMachServiceName=f"{GROUP}.filter",
+                            NetworkExtension={
+                                "NEProviderClasses": {bundle.FILTER_DATA: "Filter.Provider"}})
 
     def test_the_system_finds_an_extension_by_its_name(self):
         self.extension = self.extension.rename(self.folder / "Filter.systemextension")

@@ -11,7 +11,9 @@ import unittest
 
 from made_bundles import SOURCE, MadeBundles, change_list
 
-BUILD = os.environ["ZORVANE_BUILD"]
+from bundle import property_list
+
+BUILD = os.environ["ZORVANE_BUILD_FOLDER"]
 OTOOL = shutil.which("otool") or shutil.which("llvm-otool-14")
 
 
@@ -49,8 +51,8 @@ class Package(MadeBundles):
                 for line in done.stdout.splitlines() if line.startswith("    ")]
 
     def signed_commands(self):
-        return self.commands(ZORVANE_SIGNING_IDENTITY="Developer", ZORVANE_PROFILE="a.profile",
-                             ZORVANE_NOTARY_PROFILE="notary")
+        return self.commands(ZORVANE_SIGNING_IDENTITY="Developer", ZORVANE_BUILD="7",
+                             ZORVANE_PROFILE="/a.profile", ZORVANE_NOTARY_PROFILE="notary")
 
     def test_the_agent_is_signed_hardened_and_before_the_application(self):
         signed = [line for line in self.signed_commands() if line.startswith("codesign --force")]
@@ -64,7 +66,7 @@ class Package(MadeBundles):
     def test_the_profile_is_in_the_bundle_before_it_is_sealed(self):
         commands = self.signed_commands()
         embedded = commands.index(
-            "cp a.profile stage/Zorvane.app/Contents/embedded.provisionprofile")
+            "cp /a.profile stage/Zorvane.app/Contents/embedded.provisionprofile")
         signed = next(i for i, line in enumerate(commands) if line.startswith("codesign"))
         self.assertLess(embedded, signed)
 
@@ -99,12 +101,33 @@ class Package(MadeBundles):
         self.assertIn("the filter cannot be activated", self.dry_run().stdout)
 
     def test_wishes_that_do_not_go_together_are_refused(self):
-        for wishes, text in (({"ZORVANE_NOTARY_PROFILE": "notary"}, "ZORVANE_SIGNING_IDENTITY"),
-                             ({"ZORVANE_SIGNING_IDENTITY": "Developer"}, "ZORVANE_PROFILE")):
-            with self.subTest(text):
+        signer = {"ZORVANE_SIGNING_IDENTITY": "Developer"}
+        for wishes, missing in (
+                ({"ZORVANE_NOTARY_PROFILE": "notary"}, "ZORVANE_SIGNING_IDENTITY"),
+                (signer | {"ZORVANE_BUILD": "7"}, "ZORVANE_PROFILE"),
+                (signer | {"ZORVANE_PROFILE": "/a.profile"}, "ZORVANE_BUILD")):
+            with self.subTest(missing):
                 done = self.dry_run(**wishes)
                 self.assertEqual(done.returncode, 1)
-                self.assertIn(f"set {text}", done.stderr)
+                self.assertIn(f"set {missing}", done.stderr)
+
+    def test_a_build_number_that_is_none_is_refused(self):
+        for number in ("1.0", "b7", "-1", " 7"):
+            with self.subTest(number):
+                done = self.dry_run(ZORVANE_BUILD=number)
+                self.assertEqual(done.returncode, 1)
+                self.assertIn(f'ZORVANE_BUILD is "{number}"', done.stderr)
+
+    def test_the_build_number_is_in_the_bundle(self):
+        done = self.dry_run(ZORVANE_BUILD="42")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        information = property_list(self.result / "stage/Zorvane.app/Contents/Info.plist")
+        self.assertEqual(information["CFBundleVersion"], "42")
+
+    def test_a_build_without_a_number_is_told_to_be_no_release(self):
+        done = self.dry_run()
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertIn("build 1, which is not for releases", done.stdout)
 
     def test_the_filter_extension_is_embedded_and_signed_before_what_contains_it(self):
         # With a slash at the end, as a shell completes the name of a folder.

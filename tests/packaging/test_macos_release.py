@@ -11,8 +11,9 @@ import bundle
 
 PLAYER = SOURCE / "tests/packaging/tool-of-a-mac"
 TOOLS = ("cmake", "codesign", "ditto", "hdiutil", "ninja", "osascript", "otool", "security",
-         "spctl", "uname", "xcrun")
-WISHES = {"ZORVANE_SIGNING_IDENTITY": "Developer", "ZORVANE_NOTARY_PROFILE": "notary"}
+         "spctl", "uname", "xattr", "xcrun")
+WISHES = {"ZORVANE_BUILD": "7", "ZORVANE_SIGNING_IDENTITY": "Developer",
+          "ZORVANE_NOTARY_PROFILE": "notary"}
 
 
 class Release(MadeBundles):
@@ -30,7 +31,7 @@ class Release(MadeBundles):
         self.profile = self.folder / "Zorvane.provisionprofile"
         write_profile(self.profile)
 
-    def package(self, wishes=None, **played):
+    def package(self, wishes=None, into=None, **played):
         """The script's outcome; what is played by the tools is told by name."""
         environment = {name: value for name, value in os.environ.items()
                        if not name.startswith("ZORVANE_")}
@@ -38,9 +39,10 @@ class Release(MadeBundles):
                         "PLAYED_CALLS": str(self.calls), "PLAYED_BUNDLE": str(self.app)}
         environment |= {f"PLAYED_{name.upper()}": value for name, value in played.items()}
         environment |= WISHES | {"ZORVANE_PROFILE": str(self.profile)} if wishes is None else wishes
-        return subprocess.run([SOURCE / "scripts/package-macos", "--into", self.folder / "package"],
+        folder = into or self.folder / "package"
+        return subprocess.run([SOURCE / "scripts/package-macos", "--into", folder],
                               capture_output=True, text=True, timeout=60, check=False,
-                              env=environment)
+                              cwd=self.folder, env=environment)
 
     def test_a_release_is_made_to_the_end(self):
         self.embed_extension()
@@ -52,11 +54,24 @@ class Release(MadeBundles):
         calls = self.calls.read_text().splitlines()
         tools = [" ".join(line.split()[:2]) for line in calls]
         order = ["cmake -S", "cmake --build", "cmake --install", "security cms",
-                 "codesign --force", "codesign --verify", "ditto -c", "xcrun notarytool",
+                 "xattr -cr", "codesign --force", "codesign --verify", "ditto -c", "xcrun notarytool",
                  "xcrun stapler", "hdiutil create", "hdiutil attach", "hdiutil detach",
                  "hdiutil convert", "codesign --sign", "spctl --assess"]
         places = [tools.index(tool) for tool in order]
         self.assertEqual(places, sorted(places))
+
+    def test_the_build_number_is_handed_on(self):
+        self.assertEqual(self.package().returncode, 0)
+        configured = self.calls.read_text().splitlines()[1]
+        self.assertTrue(configured.startswith("cmake -S"), configured)
+        self.assertIn(" -DZORVANE_BUILD=7 ", configured)
+
+    def test_paths_are_read_from_where_the_caller_stands(self):
+        wishes = WISHES | {"ZORVANE_PROFILE": self.profile.name}
+        done = self.package(wishes=wishes, into="package")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertIn(f" {self.profile} ", self.calls.read_text())
+        self.assertTrue((self.folder / "package/stage/Zorvane.app").is_dir())
 
     def test_the_signer_is_in_the_entitlements(self):
         self.assertEqual(self.package().returncode, 0)
@@ -77,8 +92,10 @@ class Release(MadeBundles):
                 ("cmake --install", "The bundle could not be assembled."),
                 ("otool", "otool cannot read it."),
                 ("security", "not a provisioning profile."),
+                ("xattr", "attributes could not be cleared."),
                 ("codesign --force", "could not be signed."),
                 ("codesign --verify", "The signatures do not hold."),
+                ("codesign --display", "its signature cannot be read."),
                 ("ditto", "The bundle could not be packed."),
                 ("xcrun notarytool submit", "could not be handed in for notarisation"),
                 ("xcrun stapler", "The ticket could not be attached to the bundle."),

@@ -103,6 +103,11 @@ private Q_SLOTS:
         QVERIFY(isNumber);
     }
 
+    void theOldestSystemIsTheOneThatHasTheLoginItems()
+    {
+        QCOMPARE(information().value(u"LSMinimumSystemVersion"_s).toString(), u"13.0"_s);
+    }
+
     void theSimulatedSystemHasTheSameIdentity()
     {
         const platform::simulated::Behaviour behaviour = platform::simulated::standardBehaviour();

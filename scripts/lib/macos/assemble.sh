@@ -6,7 +6,7 @@ check_tools() {
     [[ $(uname) == Darwin ]] || fail "A package is made on a Mac. Elsewhere: --dry-run."
     local tool missing=()
     for tool in cmake ninja /usr/bin/python3 \
-        codesign ditto hdiutil osascript otool security spctl xcrun; do
+        codesign ditto hdiutil osascript otool security spctl xattr xcrun; do
         command -v "$tool" >/dev/null || missing+=("$tool")
     done
     ((!${#missing[@]})) || fail "Please install: ${missing[*]} (Xcode's command line tools, CMake, Ninja)."
@@ -14,14 +14,18 @@ check_tools() {
 
 check_wishes() {
     step "What was asked for"
+    [[ -z $build_number || $build_number =~ ^[0-9]+$ ]] ||
+        fail "ZORVANE_BUILD is \"$build_number\", which is not a whole number."
     if [[ $identity == - ]]; then
         note "no ZORVANE_SIGNING_IDENTITY: signed ad hoc, the filter cannot be activated"
         [[ -z $notary ]] || fail "Only what is signed with an identity can be notarised: set ZORVANE_SIGNING_IDENTITY."
     else
         [[ -n $profile ]] || fail "Signing with an identity takes the provisioning profile: set ZORVANE_PROFILE."
+        [[ -n $build_number ]] || fail "Every release has a build number of its own: set ZORVANE_BUILD."
         [[ -f $profile || -n $dry_run ]] || fail "$profile: there is no such provisioning profile."
     fi
     [[ -n $notary ]] || note "no ZORVANE_NOTARY_PROFILE: not notarised, other Macs will refuse it"
+    [[ -n $build_number ]] || note "no ZORVANE_BUILD: build 1, which is not for releases"
     [[ -n $extension ]] || note "no ZORVANE_FILTER_EXTENSION: protection cannot be turned on"
 }
 
@@ -45,7 +49,8 @@ build_programs() {
 # configure BUILD SOURCES OPTION...
 configure() {
     look "The build could not be configured." cmake -S "$2" -B "$1" -G Ninja \
-        --log-level=WARNING -DZORVANE_FILTER_EXTENSION="$extension" "${@:3}"
+        --log-level=WARNING -DZORVANE_BUILD="${build_number:-1}" \
+        -DZORVANE_FILTER_EXTENSION="$extension" "${@:3}"
 }
 
 # A bundle by the same rules, with programs that do nothing. Ends with 77 where there is nothing to

@@ -16,6 +16,7 @@ import sys
 MACH_O = (b"\xcf\xfa\xed\xfe", b"\xca\xfe\xba\xbe")
 CONTENT_FILTER = "content-filter-provider"
 EXTENSION_FILTER = "content-filter-provider-systemextension"
+FILTER_DATA = "com.apple.networkextension.filter-data"
 NETWORK_EXTENSION = "com.apple.developer.networking.networkextension"
 INSTALLS_EXTENSIONS = "com.apple.developer.system-extension.install"
 GROUPS = "com.apple.security.application-groups"
@@ -80,13 +81,32 @@ def extension_problems(path, identifier):
     information = property_list(information_path)
     problems += unequal(information_path, information,
                         {"CFBundleIdentifier": identifier, "CFBundlePackageType": "SYSX"})
-    problems += missing_texts(information_path, information,
-                              ["CFBundleShortVersionString", "CFBundleVersion"])
-    network = information.get("NetworkExtension")
-    providers = network.get("NEProviderClasses") if isinstance(network, dict) else None
-    if not isinstance(providers, dict) or "com.apple.networkextension.filter-data" not in providers:
-        problems.append(f"{information_path}: NetworkExtension names no filter-data provider")
+    problems += missing_texts(information_path, information, [
+        "CFBundleShortVersionString", "CFBundleVersion", "NSSystemExtensionUsageDescription"])
+    problems += provider_problems(information_path, information, group_of_extension(identifier))
     return problems + main_program_problems(path, information)
+
+
+def group_of_extension(identifier):
+    """The application group that a filter extension of this identifier shares with its program."""
+    return "group." + identifier.rpartition(".")[0]
+
+
+def provider_problems(path, information, group):
+    """Whether the filter is said to be one, and can be reached under a name that is the group's."""
+    network = information.get("NetworkExtension")
+    if not isinstance(network, dict):
+        return [f"{path}: NetworkExtension is missing"]
+    problems = []
+    providers = network.get("NEProviderClasses")
+    provider = providers.get(FILTER_DATA) if isinstance(providers, dict) else None
+    if not isinstance(provider, str) or not provider:
+        problems.append(f"{path}: NetworkExtension names no filter-data provider")
+    service = network.get("NEMachServiceName")
+    if not isinstance(service, str) or not f"{service}.".startswith(f"{group}."):
+        problems.append(f"{path}: NEMachServiceName of NetworkExtension is {service!r}; "
+                        f"it has to begin with {group}")
+    return problems
 
 
 def information_problems(path, information):

@@ -38,6 +38,8 @@ options_for() {
 # Inside out, one piece at a time: what contains another is sealed over it.
 sign_code() {
     step "Sign"
+    # A download's mark, on the profile for example, would go out with the bundle.
+    do_step "The bundle's extended attributes could not be cleared." xattr -cr "$app"
     local code options order
     order=$(python signing order "$app") || fail "The bundle's code could not be listed."
     [[ $order == */Zorvane.app ]] || fail "The bundle would not be signed last."
@@ -57,11 +59,12 @@ verify_signatures() {
 
 # The hardened runtime, which notarisation asks for, on all that runs.
 verify_hardening() {
-    local code
+    local code told
     for code in "$app" "$app/Contents/MacOS/zorvane-update-agent" \
         "$app"/Contents/Library/SystemExtensions/*.systemextension; do
         [[ -e $code ]] || continue
-        codesign --display --verbose=2 "$code" 2>&1 | grep -q 'flags=.*runtime' ||
+        told=$(codesign --display --verbose=2 "$code" 2>&1) || fail "$code: its signature cannot be read."
+        [[ $told == *flags=*\(*runtime*\)* ]] ||
             fail "$code is signed without the hardened runtime."
     done
 }
@@ -75,6 +78,6 @@ verify_extension() {
     local entitled
     entitled=$(codesign --display --entitlements - --xml "$code" 2>/dev/null) ||
         fail "$code: its entitlements cannot be read."
-    [[ $entitled == *content-filter-provider* ]] || fail "$code is not entitled to filter."
-    [[ $entitled == *"group.$identifier"* ]] || fail "$code is not in the group group.$identifier."
+    [[ $entitled == *"<string>content-filter-provider"* ]] || fail "$code is not entitled to filter."
+    [[ $entitled == *"<string>group.$identifier</string>"* ]] || fail "$code is not in the group group.$identifier."
 }

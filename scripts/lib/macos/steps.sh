@@ -15,6 +15,11 @@ note() {
     echo "   note: $*"
 }
 
+# from_here PATH : what the caller calls so, from where he stands; nothing for nothing.
+from_here() {
+    if [[ -z $1 || $1 == /* ]]; then echo "$1"; else echo "$here/$1"; fi
+}
+
 # do_step WHAT_FAILED COMMAND... : needs a Mac, so a dry run only prints it.
 do_step() {
     local failure=$1
