@@ -159,6 +159,36 @@ private Q_SLOTS:
             (QList<std::pair<int, QList<int>>>{{0, {BlockedAppsModel::IconRole}}}));
     }
 
+    void neighboursThatChangeAlikeAreAnnouncedTogether()
+    {
+        FakePlatform platform;
+        auto records = *zorvane::records::decodedApplications(storedList(
+            {named(u"Alpha"_s), named(u"Beta"_s), named(u"Gamma"_s), named(u"Other"_s)}));
+        for (auto &record : records)
+            record.inspectionVersion = 1;
+        platform.preferences.values.insert(
+            u"blockedApplications"_s, zorvane::records::encodedApplications(records));
+        const auto rename = [&](const QString &name) {
+            platform.addBundle(u"/Applications/%1.app"_s.arg(name),
+                u"org.example."_s + name.toLower(), u"TEAM123456"_s, u"New "_s + name);
+        };
+        rename(u"Alpha"_s);
+        rename(u"Beta"_s);
+        rename(u"Other"_s);
+        zorvane::app::AppBlockStore store(platform.ports);
+        BlockedAppsModel model(store);
+        const QAbstractItemModelTester tester(
+            &model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        platform.scheduler.runBackground();
+        platform.scheduler.runPosted();
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        platform.scheduler.settle();
+        QList<std::pair<int, int>> rows;
+        for (const auto &change : changed)
+            rows.append({change.at(0).toModelIndex().row(), change.at(1).toModelIndex().row()});
+        QCOMPARE(rows, (QList<std::pair<int, int>>{{0, 1}, {3, 3}}));
+    }
+
     void anApplicationThatIsNamedAnewChangesAndThenMoves()
     {
         Fixture fixture({u"Alpha"_s, u"Beta"_s, u"Gamma"_s});
