@@ -122,8 +122,10 @@ QList<int> BlockedAppsModel::changedRoles(const Row &before, const Row &now)
         if (before.application.iconData != now.application.iconData)
             roles << IconRole;
     }
+    if (before.components.size() != now.components.size())
+        roles << ComponentCountRole;
     if (!showSame(before.components, now.components))
-        roles << ComponentCountRole << ComponentsRevisionRole;
+        roles << ComponentsRevisionRole;
     return roles;
 }
 

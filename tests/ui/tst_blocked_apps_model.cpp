@@ -119,6 +119,19 @@ private Q_SLOTS:
         QCOMPARE(announced(changed), (QList<std::pair<int, QList<int>>>{{1, componentRoles}}));
     }
 
+    void aComponentInThePlaceOfAnotherLeavesTheCount()
+    {
+        Fixture fixture({u"Alpha"_s, u"Beta"_s});
+        const auto unsignedProcess = [&](const QString &name) {
+            return observedProcess(fixture.platform, u"Beta"_s, name, std::nullopt);
+        };
+        observe(fixture.platform, {unsignedProcess(u"curl"_s)});
+        const QSignalSpy changed(fixture.model.get(), &QAbstractItemModel::dataChanged);
+        observe(fixture.platform, {unsignedProcess(u"wget"_s)});
+        QCOMPARE(announced(changed),
+            (QList<std::pair<int, QList<int>>>{{1, {BlockedAppsModel::ComponentsRevisionRole}}}));
+    }
+
     void aComponentThatIsSeenAgainIsNotAnnounced()
     {
         Fixture fixture({u"Alpha"_s, u"Beta"_s});
