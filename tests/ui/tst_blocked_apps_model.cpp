@@ -236,7 +236,7 @@ private Q_SLOTS:
         store.addApplication(QUrl::fromLocalFile(path));
         platform.scheduler.settle();
         QCOMPARE(model.index(3).data(BlockedAppsModel::NameRole).toString(), u"Omega"_s);
-        QVERIFY(moved.size() > 0);
+        QVERIFY(!moved.isEmpty());
         QCOMPARE(inserted.size(), 1);
         QCOMPARE(removed.size(), 0);
         QCOMPARE(changed.size(), 1);
