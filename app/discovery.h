@@ -49,7 +49,7 @@ public:
 
     /**
      * Makes the network components of @p applications, which are about to be listed, away from the
-     * main thread. @p done runs later, in the turn in which the pass knows them.
+     * main thread. @p done runs later, when networkComponents() has them ready. Main thread.
      */
     void prepare(
         const QList<records::BlockedApplication> &applications, const std::function<void()> &done);
