@@ -180,7 +180,9 @@ void AppBlockStore::reinspectStaleApplications()
         [inspector = m_inspector, stale, owner = m_lifetime.watch()] {
             return reinspected(inspector, stale, owner);
         },
-        [this](const Applications &renewed) { applicationsReinspected(renewed); });
+        [this](const Applications &renewed) {
+            m_discovery.prepare(renewed, [this, renewed] { applicationsReinspected(renewed); });
+        });
 }
 
 void AppBlockStore::applicationsReinspected(const Applications &renewed)

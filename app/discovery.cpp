@@ -54,6 +54,27 @@ QList<NetworkComponents> Discovery::networkComponents(
     return result;
 }
 
+void Discovery::prepare(
+    const QList<BlockedApplication> &applications, const std::function<void()> &done)
+{
+    platform::runInBackground(
+        m_services.scheduler, platform::Priority::Utility, m_lifetime.watch(),
+        [applications, processes = m_discoveredProcesses] {
+            return ObservedComponents(
+                applications, processes, inspection::processesOfEach(applications, processes), {});
+        },
+        [this, applications, processes = m_discoveredProcesses, done](
+            const ObservedComponents &made) {
+            // A pass may have found others meanwhile.
+            if (processes != m_discoveredProcesses) {
+                prepare(applications, done);
+                return;
+            }
+            m_components.add(made);
+            done();
+        });
+}
+
 void Discovery::startReading()
 {
     platform::runInBackground(

@@ -6,6 +6,7 @@
 #include "platform/main_thread.h"
 #include "platform/scheduler.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <QObject>
@@ -45,6 +46,13 @@ public:
      */
     [[nodiscard]] QList<NetworkComponents> networkComponents(
         const QList<records::BlockedApplication> &applications) const;
+
+    /**
+     * Makes the network components of @p applications, which are about to be listed, away from the
+     * main thread. @p done runs later, when networkComponents() has them ready. Main thread.
+     */
+    void prepare(
+        const QList<records::BlockedApplication> &applications, const std::function<void()> &done);
 
     /** One pass; skipped while the previous one still runs. */
     void refreshDiscoveredProcesses();

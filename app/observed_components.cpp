@@ -27,6 +27,11 @@ ObservedComponents::ObservedComponents(const QList<BlockedApplication> &applicat
     }
 }
 
+void ObservedComponents::add(const ObservedComponents &other)
+{
+    m_entries.unite(other.m_entries);
+}
+
 const NetworkComponents *ObservedComponents::of(const BlockedApplication &application) const
 {
     const Entry *const entry = entryOf(application);

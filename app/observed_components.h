@@ -27,6 +27,9 @@ public:
         const QList<inspection::DiscoveredNetworkProcess> &processes,
         const QList<QList<qsizetype>> &owned, const ObservedComponents &last);
 
+    /** Takes in what was made for other applications, with the same processes. */
+    void add(const ObservedComponents &other);
+
     /** Null if they were not made for @p application as it is. */
     [[nodiscard]] const NetworkComponents *of(const records::BlockedApplication &application) const;
 

@@ -4,7 +4,6 @@
 #include "filter/filter_controller.h"
 
 #include "filter/error_classification.h"
-#include "filter/rule_normalization.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -28,8 +27,8 @@ void FilterController::startWrite(std::optional<bool> enabled)
     writeConfiguration({
         .generation = m_configurationGeneration,
         .extensionIdentifier = extensionBundleIdentifier(),
-        .codeIdentityKeys = normalizedKeys(m_pendingCodeIdentityKeys),
-        .applicationPaths = normalizedApplicationPaths(m_pendingApplicationPaths),
+        .codeIdentityKeys = m_pendingCodeIdentityKeys,
+        .applicationPaths = m_pendingApplicationPaths,
         .enabled = enabled,
     });
 }

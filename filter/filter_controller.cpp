@@ -83,14 +83,9 @@ void FilterController::setStatus(const PlatformError &error)
 void FilterController::setPendingRules(
     const QStringList &codeIdentityKeys, const QStringList &applicationPaths)
 {
-    m_pendingCodeIdentityKeys = normalizedKeys(codeIdentityKeys);
+    m_pendingCodeIdentityKeys = normalizedCodeIdentityKeys(
+        codeIdentityKeys, records::ownIdentifiers(m_services.mainBundle.identifier()));
     m_pendingApplicationPaths = normalizedApplicationPaths(applicationPaths);
-}
-
-QStringList FilterController::normalizedKeys(const QStringList &keys) const
-{
-    return normalizedCodeIdentityKeys(
-        keys, records::ownIdentifiers(m_services.mainBundle.identifier()));
 }
 
 } // namespace zorvane::filter

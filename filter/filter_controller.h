@@ -94,7 +94,6 @@ private:
     /** Shows an error as waiting for the user, or as failed with its text. */
     void setStatus(const platform::PlatformError &error);
     void setPendingRules(const QStringList &codeIdentityKeys, const QStringList &applicationPaths);
-    [[nodiscard]] QStringList normalizedKeys(const QStringList &keys) const;
     [[nodiscard]] QString extensionBundleIdentifier() const;
     /** A function for any thread that calls @p answer on the main thread, if this lives then. */
     template <typename Answer>
@@ -121,6 +120,7 @@ private:
 
     Services m_services;
     FilterStatus m_status;
+    /** Both normalised. */
     QStringList m_pendingCodeIdentityKeys;
     QStringList m_pendingApplicationPaths;
     std::unique_ptr<platform::ActivationRequest> m_activationRequest;

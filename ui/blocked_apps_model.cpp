@@ -122,8 +122,10 @@ QList<int> BlockedAppsModel::changedRoles(const Row &before, const Row &now)
         if (before.application.iconData != now.application.iconData)
             roles << IconRole;
     }
+    if (before.components.size() != now.components.size())
+        roles << ComponentCountRole;
     if (!showSame(before.components, now.components))
-        roles << ComponentCountRole << ComponentsRevisionRole;
+        roles << ComponentsRevisionRole;
     return roles;
 }
 
@@ -132,15 +134,9 @@ void BlockedAppsModel::follow()
     const auto wanted = wantedRows();
     const auto before = count();
     removeMissing(wanted);
-    for (int row = 0; row < wanted.size(); ++row) {
+    for (int row = 0; row < wanted.size(); ++row)
         bringToRow(wanted[row], row);
-        const auto roles = changedRoles(m_rows[row], wanted[row]);
-        if (roles.contains(ComponentsRevisionRole))
-            ++m_componentsRevision;
-        m_rows[row] = wanted[row];
-        if (!roles.isEmpty())
-            Q_EMIT dataChanged(index(row), index(row), roles);
-    }
+    change(wanted);
     if (count() != before)
         Q_EMIT countChanged();
 }
@@ -175,6 +171,32 @@ void BlockedAppsModel::bringToRow(const Row &wanted, int row)
         m_rows.move(from, row);
         endMoveRows();
     }
+}
+
+/**
+ * The rows are those wanted, but for what they hold. Neighbours that change alike are announced
+ * together: for each announcement a view goes through all that it has of the list.
+ */
+void BlockedAppsModel::change(const QList<Row> &wanted)
+{
+    ++m_componentsRevision;
+    int first = 0;
+    QList<int> roles;
+    const auto announceUpTo = [&](int row) {
+        if (!roles.isEmpty())
+            Q_EMIT dataChanged(index(first), index(row - 1), roles);
+    };
+    const auto end = static_cast<int>(wanted.size());
+    for (int row = 0; row < end; ++row) {
+        const auto changed = changedRoles(m_rows[row], wanted[row]);
+        if (changed != roles) {
+            announceUpTo(row);
+            first = row;
+            roles = changed;
+        }
+        m_rows[row] = wanted[row];
+    }
+    announceUpTo(end);
 }
 
 } // namespace zorvane::ui

@@ -55,6 +55,7 @@ private:
     void follow();
     void removeMissing(const QList<Row> &wanted);
     void bringToRow(const Row &wanted, int row);
+    void change(const QList<Row> &wanted);
 
     app::AppBlockStore &m_store;
     QList<Row> m_rows;

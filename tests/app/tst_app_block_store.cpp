@@ -180,9 +180,10 @@ private Q_SLOTS:
         const auto load = Priority::UserInitiated;
         const auto updateCheck = Priority::Utility;
         const auto reinspection = Priority::Utility;
+        const auto preparation = Priority::Utility;
         const auto addition = Priority::UserInitiated;
-        QCOMPARE(
-            f.system.scheduler.priorities(), (QList{load, updateCheck, reinspection, addition}));
+        QCOMPARE(f.system.scheduler.priorities(),
+            (QList{load, updateCheck, reinspection, preparation, addition}));
     }
 
     void anAdditionInspectedBeforeTheLoadWaitsForIt()

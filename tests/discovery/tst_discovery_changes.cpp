@@ -83,6 +83,32 @@ private Q_SLOTS:
         QCOMPARE(f.auxiliary(), QList({records::CodeIdentity{u"outside"_s, u"TEAM"_s}}));
     }
 
+    void processesFoundWhileAReinspectedApplicationIsPreparedAreAmongItsComponents()
+    {
+        auto stale = sampleApplication(u"Old name"_s, u"com.example.Tool"_s);
+        stale.inspectionVersion = records::currentInspectionVersion - 1;
+        DiscoveryFixture f({stale});
+        f.system.addBundle(stale.path, u"com.example.Tool"_s, u"TEAM"_s, u"New name"_s);
+        f.start();
+        f.store->remove(f.store->applications().constFirst());
+        f.store->add(stale);
+        f.system.scheduler.settle();
+        auto inside = helper(u"inside"_s);
+        inside.executablePath = stale.path + u"/inside"_s;
+        f.observe({inside});
+        f.store->reinspectStaleApplications();
+        f.runNewestJob();
+        // Inspected, but not listed before its components are made for the processes known now.
+        QCOMPARE(f.store->applications(), QList{stale});
+        f.store->refreshDiscoveredProcesses();
+        f.system.scheduler.runBackgroundJob(1);
+        f.system.scheduler.runBackgroundJob(0);
+        f.system.scheduler.settle();
+        const auto &renewed = f.store->applications().constFirst();
+        QCOMPARE(renewed.name, u"New name"_s);
+        QCOMPARE(f.store->networkComponents({renewed}).constFirst().size(), 2);
+    }
+
     void aMergedApplicationMakesTheNextPassWhole()
     {
         // The identity that the first pass takes in makes a process outside the bundle match.

@@ -97,6 +97,17 @@ private Q_SLOTS:
         QVERIFY(after.of(second)->isSharedWith(*before.of(second)));
     }
 
+    void whatIsAddedIsKnownBesideTheOthers()
+    {
+        const auto first = sampleApplication(u"A"_s, u"a"_s);
+        auto renewed = first;
+        renewed.name = u"B"_s;
+        auto components = make({first}, {});
+        components.add(make({renewed}, {}));
+        QCOMPARE(components.of(first)->constFirst().name, u"A"_s);
+        QCOMPARE(components.of(renewed)->constFirst().name, u"B"_s);
+    }
+
     void aRecordThatIsAnotherByNowIsNotKnown()
     {
         auto application = sampleApplication(u"A"_s, u"a"_s);

@@ -119,6 +119,19 @@ private Q_SLOTS:
         QCOMPARE(announced(changed), (QList<std::pair<int, QList<int>>>{{1, componentRoles}}));
     }
 
+    void aComponentInThePlaceOfAnotherLeavesTheCount()
+    {
+        Fixture fixture({u"Alpha"_s, u"Beta"_s});
+        const auto unsignedProcess = [&](const QString &name) {
+            return observedProcess(fixture.platform, u"Beta"_s, name, std::nullopt);
+        };
+        observe(fixture.platform, {unsignedProcess(u"curl"_s)});
+        const QSignalSpy changed(fixture.model.get(), &QAbstractItemModel::dataChanged);
+        observe(fixture.platform, {unsignedProcess(u"wget"_s)});
+        QCOMPARE(announced(changed),
+            (QList<std::pair<int, QList<int>>>{{1, {BlockedAppsModel::ComponentsRevisionRole}}}));
+    }
+
     void aComponentThatIsSeenAgainIsNotAnnounced()
     {
         Fixture fixture({u"Alpha"_s, u"Beta"_s});
@@ -159,6 +172,36 @@ private Q_SLOTS:
             (QList<std::pair<int, QList<int>>>{{0, {BlockedAppsModel::IconRole}}}));
     }
 
+    void neighboursThatChangeAlikeAreAnnouncedTogether()
+    {
+        FakePlatform platform;
+        auto records = *zorvane::records::decodedApplications(storedList(
+            {named(u"Alpha"_s), named(u"Beta"_s), named(u"Gamma"_s), named(u"Other"_s)}));
+        for (auto &record : records)
+            record.inspectionVersion = 1;
+        platform.preferences.values.insert(
+            u"blockedApplications"_s, zorvane::records::encodedApplications(records));
+        const auto rename = [&](const QString &name) {
+            platform.addBundle(u"/Applications/%1.app"_s.arg(name),
+                u"org.example."_s + name.toLower(), u"TEAM123456"_s, u"New "_s + name);
+        };
+        rename(u"Alpha"_s);
+        rename(u"Beta"_s);
+        rename(u"Other"_s);
+        zorvane::app::AppBlockStore store(platform.ports);
+        BlockedAppsModel model(store);
+        const QAbstractItemModelTester tester(
+            &model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        platform.scheduler.runBackground();
+        platform.scheduler.runPosted();
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        platform.scheduler.settle();
+        QList<std::pair<int, int>> rows;
+        for (const auto &change : changed)
+            rows.append({change.at(0).toModelIndex().row(), change.at(1).toModelIndex().row()});
+        QCOMPARE(rows, (QList<std::pair<int, int>>{{0, 1}, {3, 3}}));
+    }
+
     void anApplicationThatIsNamedAnewChangesAndThenMoves()
     {
         Fixture fixture({u"Alpha"_s, u"Beta"_s, u"Gamma"_s});
@@ -193,7 +236,7 @@ private Q_SLOTS:
         store.addApplication(QUrl::fromLocalFile(path));
         platform.scheduler.settle();
         QCOMPARE(model.index(3).data(BlockedAppsModel::NameRole).toString(), u"Omega"_s);
-        QVERIFY(moved.size() > 0);
+        QVERIFY(!moved.isEmpty());
         QCOMPARE(inserted.size(), 1);
         QCOMPARE(removed.size(), 0);
         QCOMPARE(changed.size(), 1);
