@@ -31,7 +31,8 @@ QtObject {
                 "pixelSize": size,
                 "weight": weight,
                 "letterSpacing": tracking,
-                "hintingPreference": Font.PreferNoHinting
+                "hintingPreference": Font.PreferNoHinting,
+                "preferShaping": false
             });
     }
 }
