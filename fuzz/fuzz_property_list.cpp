@@ -1,11 +1,9 @@
+#include "fuzz/target.h"
 #include "platform/simulated/old_style_property_list.h"
 #include "platform/simulated/property_list.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-
 using namespace zorvane::platform::simulated;
+using zorvane::fuzz::require;
 
 namespace
 {
@@ -15,8 +13,7 @@ void requireRoundTrip(const QVariant &read)
 {
     if (read.typeId() != QMetaType::QVariantMap)
         return;
-    if (readPropertyList(writePropertyList(read.toMap())).typeId() != QMetaType::QVariantMap)
-        std::abort();
+    require(readPropertyList(writePropertyList(read.toMap())).typeId() == QMetaType::QVariantMap);
 }
 
 } // namespace
