@@ -5,6 +5,7 @@ largest_inputs.py FOLDER: the tests replay them; none may take more than a secon
 
 import base64
 import pathlib
+import plistlib
 import struct
 import sys
 import zlib
@@ -89,6 +90,8 @@ def property_list():
         "xml_entities": repeated(b"&amp;", xml + b"<string>", b"</string></plist>"),
         "xml_comments": repeated(b"<!---->", xml, b"<true/></plist>"),
         "binary_shared": binary_list(shared, 2),
+        "binary_keys": plistlib.dumps({f"{number}": True for number in range(60_000)},
+                                      fmt=plistlib.FMT_BINARY),
         "binary_texts": binary_list([binary_array(b"\0\1" * half), long_text], 2),
         "old_deep": b"(" * SIZE,
         "old_items": repeated(b"a,", b"(", b"a)"),
@@ -198,6 +201,7 @@ def identity_keys():
     return {
         "empty_lines": b"\n" * SIZE,
         "lines": b"a\n" * (SIZE // 2),
+        "relative_bundles": b".app\n" * (SIZE // 5),
         "paths": paths,
         "keys": keys,
         "long_key": b"." + b"QUJD" * (SIZE // 4 - 1),

@@ -1,5 +1,5 @@
-// Feeds a fuzz target every file of a folder, and each small one blown up to the size of the largest
-// input; stands in for libFuzzer where that is not built in.
+// Feeds a fuzz target every file of a folder, and each small one blown up to the size of the
+// largest input; stands in for libFuzzer where that is not built in.
 
 #include "fuzz/target.h"
 
