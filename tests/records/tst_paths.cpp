@@ -90,6 +90,32 @@ private Q_SLOTS:
         QTEST(lastPathComponentWithoutExtension(path), "stem");
         QTEST(pathExtension(path), "extension");
     }
+
+    void aControlOfDirectionInTheExtensionMakesItNone_data()
+    {
+        QTest::addColumn<char16_t>("character");
+        QTest::addColumn<bool>("isControl");
+
+        for (const char16_t control : {0x061C, 0x200E, 0x200F, 0x202A, 0x202E, 0x2066, 0x2069})
+            QTest::addRow("%04x", control) << control << true;
+        for (const char16_t neighbour : {0x061B, 0x200D, 0x2010, 0x2029, 0x202F, 0x2065, 0x206A})
+            QTest::addRow("%04x", neighbour) << neighbour << false;
+    }
+
+    void aControlOfDirectionInTheExtensionMakesItNone()
+    {
+        QFETCH(char16_t, character);
+        const QString extension = u"a"_s + QChar(character);
+        QTEST(pathExtension(u"/x/Foo."_s + extension) != extension, "isControl");
+    }
+
+    void liesBelowAFolderWhatIsInItOrItself()
+    {
+        QVERIFY(liesAtOrBelow(u"/a"_s, u"/a"_s));
+        QVERIFY(liesAtOrBelow(u"/a/b/c"_s, u"/a"_s));
+        QVERIFY(!liesAtOrBelow(u"/ab"_s, u"/a"_s));
+        QVERIFY(!liesAtOrBelow(u"/b"_s, u"/a"_s));
+    }
 };
 
 QTEST_APPLESS_MAIN(TestPaths)
