@@ -93,19 +93,19 @@ private Q_SLOTS:
 
     void aControlOfDirectionInTheExtensionMakesItNone_data()
     {
-        QTest::addColumn<char16_t>("character");
+        QTest::addColumn<QChar>("character");
         QTest::addColumn<bool>("isControl");
 
-        for (const char16_t control : {0x061C, 0x200E, 0x200F, 0x202A, 0x202E, 0x2066, 0x2069})
-            QTest::addRow("%04x", control) << control << true;
-        for (const char16_t neighbour : {0x061B, 0x200D, 0x2010, 0x2029, 0x202F, 0x2065, 0x206A})
-            QTest::addRow("%04x", neighbour) << neighbour << false;
+        for (const QChar control : u"\u061C\u200E\u200F\u202A\u202E\u2066\u2069"_s)
+            QTest::addRow("%04x", control.unicode()) << control << true;
+        for (const QChar neighbour : u"\u061B\u200D\u2010\u2029\u202F\u2065\u206A"_s)
+            QTest::addRow("%04x", neighbour.unicode()) << neighbour << false;
     }
 
     void aControlOfDirectionInTheExtensionMakesItNone()
     {
-        QFETCH(char16_t, character);
-        const QString extension = u"a"_s + QChar(character);
+        QFETCH(QChar, character);
+        const QString extension = u"a"_s + character;
         QTEST(pathExtension(u"/x/Foo."_s + extension) != extension, "isControl");
     }
 
