@@ -4,6 +4,7 @@
 #include "app/records/own_identifiers.h"
 #include "app/records/paths.h"
 
+#include <QDir>
 #include <QSet>
 
 using namespace Qt::StringLiterals;
@@ -30,10 +31,16 @@ QStringList normalizedCodeIdentityKeys(const QStringList &keys, const QStringLis
 
 QStringList normalizedApplicationPaths(const QStringList &paths)
 {
+    constexpr auto ending = ".app"_L1;
     QStringList result;
+    // What a relative path is bound to may be a bundle as well.
+    const bool isInBundle = QDir::currentPath().contains(ending);
     for (const QString &path : paths) {
+        // A look at the text spares the costly part for all that cannot end as it has to.
+        if (!path.contains(ending) && !(isInBundle && !path.startsWith(u'/')))
+            continue;
         QString standardized = records::standardizedPath(path);
-        if (standardized.endsWith(".app"_L1))
+        if (standardized.endsWith(ending))
             result.append(std::move(standardized));
     }
     result.removeDuplicates();

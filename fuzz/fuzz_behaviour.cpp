@@ -1,12 +1,11 @@
+#include "fuzz/target.h"
 #include "platform/simulated/behaviour.h"
 #include "platform/simulated/report.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <QLoggingCategory>
 
 using namespace zorvane::platform::simulated;
+using zorvane::fuzz::require;
 
 /** Reads the input as "system.json". */
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -15,8 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
     const QByteArrayView text(data, qsizetype(size));
     const Behaviour behaviour = readBehaviour(text, QStringLiteral("system.json"));
-    if (!behaviour.bundlePath.is_absolute()
-        || behaviour.activationDelay < std::chrono::milliseconds(0))
-        std::abort();
+    require(behaviour.bundlePath.is_absolute());
+    require(behaviour.activationDelay >= std::chrono::milliseconds(0));
     return 0;
 }

@@ -1,10 +1,10 @@
+#include "fuzz/target.h"
 #include "platform/simulated/embedded_signature.h"
 #include "platform/simulated/mach_o.h"
 
-#include <cstdlib>
-
 using namespace zorvane::platform;
 using namespace zorvane::platform::simulated;
+using zorvane::fuzz::require;
 
 namespace
 {
@@ -31,8 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     MemorySource memory({data, size});
     WindowSource window(memory);
     // Both ways to read have to find the same.
-    if (readFile(memory) != readFile(window))
-        std::abort();
+    require(readFile(memory) == readFile(window));
 
     const ByteRange bytes(memory);
     if (auto signature = EmbeddedSignature::read(bytes))

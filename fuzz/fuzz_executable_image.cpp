@@ -1,3 +1,4 @@
+#include "fuzz/target.h"
 #include "inspection/executable_image.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)

@@ -1,11 +1,9 @@
+#include "fuzz/target.h"
 #include "platform/simulated/icon_family.h"
 #include "platform/simulated/png_icon.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-
 using namespace zorvane::platform::simulated;
+using zorvane::fuzz::require;
 
 namespace
 {
@@ -16,8 +14,7 @@ constexpr int largestSide = 1024;
 /** Ends the program if @p image is larger than icons are. */
 void requireSmall(const QImage &image)
 {
-    if (image.width() > largestSide || image.height() > largestSide)
-        std::abort();
+    require(image.width() <= largestSide && image.height() <= largestSide);
 }
 
 } // namespace

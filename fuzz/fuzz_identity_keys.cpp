@@ -1,23 +1,10 @@
 #include "app/records/code_identity.h"
 #include "app/records/own_identifiers.h"
 #include "filter/rule_normalization.h"
-
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
+#include "fuzz/target.h"
 
 using namespace zorvane;
-
-namespace
-{
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
+using fuzz::require;
 
 /** Reads each line of the input as an identity key and as a path of a rule. */
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)

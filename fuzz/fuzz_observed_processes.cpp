@@ -1,12 +1,10 @@
+#include "fuzz/target.h"
 #include "inspection/discovered_processes.h"
 #include "inspection/network_components.h"
 #include "inspection/process_matching.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-
 using namespace zorvane;
+using fuzz::require;
 
 namespace
 {
@@ -29,11 +27,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     const QByteArrayView text(data, qsizetype(size));
     const auto decoded = inspection::decodedProcesses(text);
-    if (decoded && inspection::decodedProcesses(inspection::encodedProcesses(*decoded)) != decoded)
-        std::abort();
+    if (decoded)
+        require(inspection::decodedProcesses(inspection::encodedProcesses(*decoded)) == decoded);
     const auto recent = inspection::recentProcesses(text, now);
-    if (!recent.holdAt(now) || (!decoded && !recent.processes.isEmpty()))
-        std::abort();
+    require(recent.holdAt(now));
+    require(decoded || recent.processes.isEmpty());
     const QList applications{someApplication()};
     const auto owned = inspection::processesOfEach(applications, recent.processes);
     QList<inspection::DiscoveredNetworkProcess> own;

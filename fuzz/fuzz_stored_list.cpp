@@ -2,23 +2,10 @@
 #include "app/records/own_identifiers.h"
 #include "app/rule_lists.h"
 #include "filter/rule_normalization.h"
-
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
+#include "fuzz/target.h"
 
 using namespace zorvane;
-
-namespace
-{
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
+using fuzz::require;
 
 /** Reads the input as a stored list, and makes of it what the program makes of one. */
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)

@@ -1,13 +1,11 @@
+#include "fuzz/target.h"
 #include "updates/app_update.h"
 #include "updates/download_address.h"
 #include "updates/version_comparison.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-
 using namespace zorvane::updates;
 using namespace Qt::StringLiterals;
+using zorvane::fuzz::require;
 
 namespace
 {
@@ -22,8 +20,7 @@ void requireVendor(const QString &text)
     const bool isVendor = host == "kestrelworks.dev"_L1 || host == "www.kestrelworks.dev"_L1;
     // Read again by other rules, it has to be the same place.
     const QUrl tolerant(text, QUrl::TolerantMode);
-    if (!isVendor || address->scheme() != "https"_L1 || tolerant.host() != host)
-        std::abort();
+    require(isVendor && address->scheme() == "https"_L1 && tolerant.host() == host);
 }
 
 /** Ends the program if the order of two versions depends on which is asked first. */
@@ -31,8 +28,7 @@ void requireOrder(const QString &a, const QString &b)
 {
     const int order = compareNumerically(a, b);
     const int reverse = compareNumerically(b, a);
-    if ((order < 0) != (reverse > 0) || (order > 0) != (reverse < 0))
-        std::abort();
+    require((order < 0) == (reverse > 0) && (order > 0) == (reverse < 0));
 }
 
 } // namespace
@@ -52,8 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     static_cast<void>(buildNumber(text));
     if (const auto update = decodedUpdate(bytes)) {
         requireVendor(update->downloadURL);
-        if (decodedUpdate(encodedUpdate(*update)) != update)
-            std::abort();
+        require(decodedUpdate(encodedUpdate(*update)) == update);
     }
     return 0;
 }

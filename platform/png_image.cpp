@@ -1,7 +1,9 @@
 #include "platform/png_image.h"
 
+#include <array>
 #include <memory>
 #include <png.h>
+#include <QScopeGuard>
 #include <QSysInfo>
 #include <QtEndian>
 #include <zlib.h>
@@ -18,6 +20,8 @@ constexpr qsizetype chunkHeaderSize = 8;
 constexpr qsizetype checkSumSize = 4;
 /** Profiles of displays take a few kilobytes, those of printers up to half a megabyte. */
 constexpr qsizetype profileSizeLimit = qsizetype{1024} * 1024;
+/** A file of this size cannot unpack to more than takes a moment. */
+constexpr qsizetype harmlessSize = qsizetype{128} * 1024;
 
 /** The content of an iCCP chunk: a name, a zero byte, the compression's number, the profile. */
 QByteArray uncompressedProfile(QByteArrayView content)
@@ -36,6 +40,47 @@ QByteArray uncompressedProfile(QByteArrayView content)
     return profile;
 }
 
+/** Calls @p visit with type and content of one chunk after the other, until it says false. */
+template <typename Visit>
+void forEachChunk(QByteArrayView bytes, Visit visit)
+{
+    qsizetype position = signatureSize;
+    while (bytes.size() - position >= chunkHeaderSize) {
+        const QByteArrayView rest = bytes.sliced(position);
+        const qsizetype length = qFromBigEndian<quint32>(rest.data());
+        if (length > rest.size() - chunkHeaderSize
+            || !visit(rest.sliced(4, 4), rest.sliced(chunkHeaderSize, length)))
+            return;
+        position += chunkHeaderSize + length + checkSumSize;
+    }
+}
+
+/** True if the compressed pixels become more than @p needed bytes. */
+bool hasSurplus(QByteArrayView bytes, qsizetype needed)
+{
+    z_stream stream{};
+    if (inflateInit(&stream) != Z_OK)
+        return true;
+    const auto end = qScopeGuard([&stream] { inflateEnd(&stream); });
+    std::array<Bytef, 65536> unpacked{};
+    const auto total = [&stream] { return static_cast<qsizetype>(stream.total_out); };
+    forEachChunk(bytes, [&](QByteArrayView type, QByteArrayView content) {
+        if (type != "IDAT")
+            return true;
+        // The library's interface is not const, but leaves its input alone.
+        stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(content.data()));
+        stream.avail_in = static_cast<uInt>(content.size());
+        int status = Z_OK;
+        do {
+            stream.next_out = unpacked.data();
+            stream.avail_out = static_cast<uInt>(unpacked.size());
+            status = inflate(&stream, Z_NO_FLUSH);
+        } while (status == Z_OK && stream.avail_out == 0 && total() <= needed);
+        return (status == Z_OK || status == Z_BUF_ERROR) && total() <= needed;
+    });
+    return total() > needed;
+}
+
 } // namespace
 
 QImage decodePng(QByteArrayView bytes, unsigned largestSide)
@@ -48,6 +93,10 @@ QImage decodePng(QByteArrayView bytes, unsigned largestSide)
         == 0)
         return {};
     if (header.width > largestSide || header.height > largestSide)
+        return {};
+    // The library unpacks what comes behind the last pixel as well: a thousand bytes for each one.
+    const qsizetype longestRow = 8 * qsizetype{header.width} + 1;
+    if (bytes.size() > harmlessSize && hasSurplus(bytes, 2 * longestRow * header.height))
         return {};
 
     constexpr bool isLittleEndian = QSysInfo::ByteOrder == QSysInfo::LittleEndian;
@@ -66,18 +115,13 @@ QImage decodePng(QByteArrayView bytes, unsigned largestSide)
 
 QByteArray colorProfileOfPng(QByteArrayView bytes)
 {
-    qsizetype position = signatureSize;
-    while (bytes.size() - position >= chunkHeaderSize) {
-        const QByteArrayView rest = bytes.sliced(position);
-        const qsizetype length = qFromBigEndian<quint32>(rest.data());
-        const QByteArrayView type = rest.sliced(4, 4);
-        if (length > rest.size() - chunkHeaderSize || type == "IDAT")
-            return {};
+    QByteArray profile;
+    forEachChunk(bytes, [&profile](QByteArrayView type, QByteArrayView content) {
         if (type == "iCCP")
-            return uncompressedProfile(rest.sliced(chunkHeaderSize, length));
-        position += chunkHeaderSize + length + checkSumSize;
-    }
-    return {};
+            profile = uncompressedProfile(content);
+        return type != "iCCP" && type != "IDAT";
+    });
+    return profile;
 }
 
 } // namespace zorvane::platform

@@ -34,7 +34,7 @@ class TestHinderedSaves : public QObject
 private Q_SLOTS:
     void initTestCase() { shieldStartedPrograms(m_data.path(), m_bus.address()); }
 
-    void aFullDiskIsReportedAndTheOldListStays()
+    void aFullDiskIsReportedAndKeepsTheOldListUntilItHasRoomAgain()
     {
         BusyFolder folder;
         const SmallDisk disk(folder.state().filePath(u"preferences"_s));
@@ -47,18 +47,7 @@ private Q_SLOTS:
         QVERIFY(started.isRunning());
         QCOMPARE(folder.stage(), 0);
         QCOMPARE(folder.damage(), QString());
-    }
 
-    void aDiskWithRoomAgainTakesTheListAtTheNextWrite()
-    {
-        BusyFolder folder;
-        const SmallDisk disk(folder.state().filePath(u"preferences"_s));
-        if (!disk.isMounted())
-            QSKIP("only root can mount a small disk");
-        folder.storeOldList();
-        QVERIFY(disk.fill());
-        StartedProgram started(program, folder.path());
-        QVERIFY(reports(started, "cannot be written"));
         QVERIFY(disk.empty());
         folder.observeHelper();
         // The pass after five seconds takes the helper in, and saves.

@@ -17,9 +17,9 @@ class TestModels : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theFilterControllerFollowsItsTableWhateverHappens() { check(filterModel(), 20); }
+    void theFilterControllerFollowsItsTableWhateverHappens() { check(filterModel(), 40); }
 
-    void theStoreKeepsItsListAndHandsOverItsRulesWhateverHappens() { check(storeModel(), 20); }
+    void theStoreKeepsItsListAndHandsOverItsRulesWhateverHappens() { check(storeModel(), 40); }
 
     void aFailingScriptShrinksToWhatItNeeds()
     {

@@ -2,7 +2,10 @@
 #include "tests/bundle_files/bundle_files.h"
 
 #include <QColorSpace>
+#include <QRandomGenerator>
+#include <QtEndian>
 #include <QTest>
+#include <zlib.h>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::platform::simulated;
@@ -34,6 +37,38 @@ QByteArray redRuns(int side)
 QImage iconOf(const Entries &entries)
 {
     return iconOfFamily(iconFamily(entries), 128);
+}
+
+QByteArray bigEndian(quint32 value)
+{
+    const quint32 swapped = qToBigEndian(value);
+    return {reinterpret_cast<const char *>(&swapped), sizeof swapped};
+}
+
+QByteArray pngChunk(const QByteArray &type, const QByteArray &content)
+{
+    const QByteArray checked = type + content;
+    const auto sum = crc32(
+        0, reinterpret_cast<const Bytef *>(checked.constData()), static_cast<uInt>(checked.size()));
+    return bigEndian(static_cast<quint32>(content.size())) + checked
+        + bigEndian(static_cast<quint32>(sum));
+}
+
+/** A grey PNG that cannot be packed, with this many bytes packed behind its last pixel. */
+QByteArray noisyPng(int side, qsizetype surplus)
+{
+    QByteArray rows;
+    for (int y = 0; y < side; ++y) {
+        rows += '\0';
+        for (int x = 0; x < side; ++x)
+            rows += static_cast<char>(QRandomGenerator::global()->bounded(256));
+    }
+    const auto length = bigEndian(static_cast<quint32>(side));
+    constexpr qsizetype lengthInFront = 4;
+    return QByteArray("\x89PNG\r\n\x1A\n")
+        + pngChunk("IHDR", length + length + QByteArray("\x08\0\0\0\0", 5))
+        + pngChunk("IDAT", qCompress(rows + QByteArray(surplus, '\0')).sliced(lengthInFront))
+        + pngChunk("IEND", {});
 }
 
 } // namespace
@@ -166,6 +201,13 @@ private Q_SLOTS:
         QCOMPARE(
             iconOf({{"ic07", squarePng(129, Qt::red)}, {"ic12", squarePng(64, Qt::green)}}).width(),
             64);
+    }
+
+    void aPngThatHoldsMuchMoreThanItsPixelsIsNotDrawn()
+    {
+        QCOMPARE(iconOf({{"ic09", noisyPng(512, 0)}}).width(), 512);
+        QCOMPARE(iconOf({{"ic09", noisyPng(512, 1000)}}).width(), 512);
+        QVERIFY(iconOf({{"ic09", noisyPng(512, 10'000'000)}}).isNull());
     }
 
     void theColourProfileIsKept()

@@ -90,6 +90,32 @@ private Q_SLOTS:
         QTEST(lastPathComponentWithoutExtension(path), "stem");
         QTEST(pathExtension(path), "extension");
     }
+
+    void aControlOfDirectionInTheExtensionMakesItNone_data()
+    {
+        QTest::addColumn<QChar>("character");
+        QTest::addColumn<bool>("isControl");
+
+        for (const QChar control : u"\u061C\u200E\u200F\u202A\u202E\u2066\u2069"_s)
+            QTest::addRow("%04x", control.unicode()) << control << true;
+        for (const QChar neighbour : u"\u061B\u200D\u2010\u2029\u202F\u2065\u206A"_s)
+            QTest::addRow("%04x", neighbour.unicode()) << neighbour << false;
+    }
+
+    void aControlOfDirectionInTheExtensionMakesItNone()
+    {
+        QFETCH(QChar, character);
+        const QString extension = u"a"_s + character;
+        QTEST(pathExtension(u"/x/Foo."_s + extension) != extension, "isControl");
+    }
+
+    void liesBelowAFolderWhatIsInItOrItself()
+    {
+        QVERIFY(liesAtOrBelow(u"/a"_s, u"/a"_s));
+        QVERIFY(liesAtOrBelow(u"/a/b/c"_s, u"/a"_s));
+        QVERIFY(!liesAtOrBelow(u"/ab"_s, u"/a"_s));
+        QVERIFY(!liesAtOrBelow(u"/b"_s, u"/a"_s));
+    }
 };
 
 QTEST_APPLESS_MAIN(TestPaths)

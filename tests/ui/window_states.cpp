@@ -38,11 +38,27 @@ void waitForBox(const Window &window, const QString &name)
         qUtf8Printable(name));
 }
 
-void openSettings(const Window &window)
+/** The window after @p change, once @p panel shows it. */
+Window after(const std::function<void(WindowFixture &)> &change, const QString &panel = {})
 {
-    window->platform.mainBundle.version = u"1.2"_s;
-    window->platform.mainBundle.build = u"7"_s;
-    window->openSettings();
+    auto window = made();
+    change(*window);
+    if (!panel.isEmpty())
+        waitForPanel(window, panel);
+    return window;
+}
+
+/** What the settings and the about window name. */
+void setVersion(WindowFixture &window)
+{
+    window.platform.mainBundle.version = u"1.2"_s;
+    window.platform.mainBundle.build = u"7"_s;
+}
+
+void openSettings(WindowFixture &window)
+{
+    setVersion(window);
+    window.openSettings();
 }
 
 } // namespace
@@ -80,40 +96,31 @@ Window listed()
 
 Window enabled()
 {
-    auto window = made();
-    window->enable();
-    return window;
+    return after(&WindowFixture::enable);
 }
 
 Window activating()
 {
-    auto window = made();
-    window->activate();
-    return window;
+    return after(&WindowFixture::activate);
 }
 
 Window failed()
 {
-    auto window = made();
-    window->fail(u"Restart your Mac to finish installing the extension."_s);
-    waitForPanel(window, u"failureLabel"_s);
-    return window;
+    const auto fail = [](WindowFixture &window) {
+        window.fail(u"Restart your Mac to finish installing the extension."_s);
+    };
+    return after(fail, u"failureLabel"_s);
 }
 
 Window updated()
 {
-    auto window = made();
-    window->checkForUpdates(u"1.3"_s);
-    waitForPanel(window, u"updatePanel"_s);
-    return window;
+    const auto update = [](WindowFixture &window) { window.checkForUpdates(u"1.3"_s); };
+    return after(update, u"updatePanel"_s);
 }
 
 Window installationRequired()
 {
-    auto window = made();
-    window->requireInstallation();
-    waitForPanel(window, u"installationPanel"_s);
-    return window;
+    return after(&WindowFixture::requireInstallation, u"installationPanel"_s);
 }
 
 Window installationRequiredAndUpdated()
@@ -128,10 +135,7 @@ Window installationRequiredAndUpdated()
 
 Window awaitingApproval()
 {
-    auto window = made();
-    window->awaitApproval();
-    waitForPanel(window, u"approvalPanel"_s);
-    return window;
+    return after(&WindowFixture::awaitApproval, u"approvalPanel"_s);
 }
 
 Window dropHovering()
@@ -191,34 +195,33 @@ Window menu()
 
 Window settings()
 {
-    auto window = made();
-    openSettings(window);
-    window->checkForUpdates(u"1.2"_s);
-    return window;
+    return after([](WindowFixture &window) {
+        openSettings(window);
+        window.checkForUpdates(u"1.2"_s);
+    });
 }
 
 Window settingsWithUpdate()
 {
-    auto window = made();
-    openSettings(window);
-    window->checkForUpdates(u"1.3"_s);
-    waitForPanel(window, u"availableUpdate"_s);
-    return window;
+    const auto update = [](WindowFixture &window) {
+        openSettings(window);
+        window.checkForUpdates(u"1.3"_s);
+    };
+    return after(update, u"availableUpdate"_s);
 }
 
 Window settingsMisplaced()
 {
-    auto window = made();
-    window->requireInstallation();
-    openSettings(window);
-    return window;
+    return after([](WindowFixture &window) {
+        window.requireInstallation();
+        openSettings(window);
+    });
 }
 
 Window about()
 {
     auto window = made();
-    window->platform.mainBundle.version = u"1.2"_s;
-    window->platform.mainBundle.build = u"7"_s;
+    setVersion(*window);
     window->ui->otherWindows().showAbout();
     window->turnTo(window->ui->otherWindows().about());
     if (!QTest::qWaitForWindowExposed(window->window()))

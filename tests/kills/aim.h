@@ -1,0 +1,77 @@
+#pragma once
+
+#include <algorithm>
+#include <mutex>
+#include <QRandomGenerator>
+#include <QtGlobal>
+
+namespace zorvane::tests
+{
+
+/**
+ * Finds the moment of a write by the kills that came too early and too late for it; several threads
+ * may shoot at the same.
+ */
+class Aim
+{
+public:
+    /** @p milliseconds: how long a start took to its write when it was left alone. */
+    explicit Aim(qint64 milliseconds)
+        : m_delay(milliseconds)
+    {
+    }
+
+    struct Shot {
+        /** How long to wait with the kill, in milliseconds. */
+        qint64 delay;
+        /** By how much it may miss the moment. */
+        qint64 spread;
+    };
+
+    [[nodiscard]] Shot next()
+    {
+        const std::scoped_lock lock(m_mutex);
+        const qint64 error = QRandomGenerator::global()->bounded(2 * spread()) - spread();
+        return {std::max<qint64>(0, m_delay + error), spread()};
+    }
+
+    /** @p isTimed: the kill came after the delay, and not for another reason. */
+    void came(bool tooEarly, bool inBetween, bool isTimed)
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (isTimed)
+            m_delay += tooEarly ? spread() : -spread();
+        ++(tooEarly ? m_early : m_late);
+        m_between += inBetween ? 1 : 0;
+    }
+
+    /** True until @p rounds were begun, or a few more where the moment has not been found yet. */
+    [[nodiscard]] bool goesOn(int rounds)
+    {
+        constexpr int patience = 3;
+        const std::scoped_lock lock(m_mutex);
+        const bool result = m_begun < rounds || (!hasFound() && m_begun < patience * rounds);
+        m_begun += result ? 1 : 0;
+        return result;
+    }
+
+    /** True if kills came before and after the write: the moment of it was among them. */
+    [[nodiscard]] bool hasFound() const { return m_early > 0 && m_late > 0; }
+    void report(const char *what) const
+    {
+        qInfo("%s: %d kills before the write, %d after it, %d left a half-written file beside",
+            what, m_early, m_late, m_between);
+    }
+
+private:
+    [[nodiscard]] qint64 spread() const { return std::max<qint64>(10, m_delay / 8); }
+
+    std::mutex m_mutex;
+    qint64 m_delay;
+    int m_begun = 0;
+    int m_early = 0;
+    int m_late = 0;
+    int m_between = 0;
+};
+
+} // namespace zorvane::tests
