@@ -71,9 +71,10 @@ void Lazy::componentComplete()
 void Lazy::follow()
 {
     const bool knowsWhat = m_content != nullptr || !m_document.isEmpty();
-    if (m_isBuilding || !isComponentComplete() || !knowsWhat || m_active == (m_item != nullptr))
+    const bool wanted = m_active || (m_lingers && m_item != nullptr && m_item->opacity() > 0);
+    if (m_isBuilding || !isComponentComplete() || !knowsWhat || wanted == (m_item != nullptr))
         return;
-    if (m_active) {
+    if (wanted) {
         build();
     } else {
         // It may be one of its own handlers that leads here.
@@ -98,6 +99,7 @@ void Lazy::build()
         return;
     connect(m_item, &QQuickItem::widthChanged, this, &Lazy::followSize);
     connect(m_item, &QQuickItem::heightChanged, this, &Lazy::followSize);
+    connect(m_item, &QQuickItem::opacityChanged, this, &Lazy::follow);
 }
 
 void Lazy::followSize()

@@ -30,6 +30,8 @@ class Lazy : public QQuickItem
     Q_PROPERTY(QQmlComponent *content READ content WRITE setContent NOTIFY contentChanged)
     /** The document's name, e.g. "ToolTip", in place of a component. */
     Q_PROPERTY(QString document MEMBER m_document)
+    /** True for an item that stays, once inactive, until it has faded away. */
+    Q_PROPERTY(bool lingers MEMBER m_lingers)
     /** What the document's item begins with. */
     Q_PROPERTY(QVariantMap properties MEMBER m_properties)
     Q_PROPERTY(QQuickItem *item READ item NOTIFY itemChanged)
@@ -64,6 +66,7 @@ private:
     QVariantMap m_properties;
     QQuickItem *m_item = nullptr;
     bool m_active = false;
+    bool m_lingers = false;
     bool m_isBuilding = false;
 };
 

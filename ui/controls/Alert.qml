@@ -11,7 +11,6 @@ Item {
     required property string title
     required property string message
     readonly property bool open: message !== ""
-    readonly property bool fading: (lazy.item?.opacity ?? 0) > 0
 
     signal dismissed
     /* What it had disabled can take the focus again. */
@@ -44,7 +43,8 @@ Item {
         id: lazy
 
         anchors.fill: parent
-        active: root.open || root.fading
+        active: root.open
+        lingers: true
         document: "AlertBox"
         properties: ({
                 "alert": root

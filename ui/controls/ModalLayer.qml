@@ -3,13 +3,12 @@ import QtQuick
 
 /*
  * Something that has to be answered before anything else: a box over the dimmed window. It fades in
- * and out; its owner builds it while `open` or `fading`.
+ * and out; its owner keeps it until it has faded out.
  */
 FocusScope {
     id: root
 
     required property bool open
-    readonly property bool fading: opacity > 0
     property real boxWidth
     property real boxHeight
     property real boxRadius

@@ -25,6 +25,10 @@ QtObject {
     readonly property font captionMedium: style(10, Font.Medium, 0.08, family)
     readonly property font captionBold: style(10, Font.Bold, 0.08, family)
 
+    /*
+     * Without cosmetic shaping, whose tables would take over a megabyte for the weights of Inter.
+     * What has to be shaped to be right is shaped all the same.
+     */
     function style(size: int, weight: int, tracking: real, design: string): font {
         return Qt.font({
                 "family": design,
@@ -32,7 +36,7 @@ QtObject {
                 "weight": weight,
                 "letterSpacing": tracking,
                 "hintingPreference": Font.PreferNoHinting,
-                "preferShaping": false
+                "preferShaping": Qt.platform.os === "osx"
             });
     }
 }

@@ -95,12 +95,11 @@ Window {
             Lazy {
                 id: guide
 
-                readonly property bool fading: (item?.opacity ?? 0) > 0
-
                 anchors.fill: parent
                 z: 40
                 enabled: !alert.open
-                active: root.onboarding.showingOnboarding || fading
+                active: root.onboarding.showingOnboarding
+                lingers: true
                 document: "OnboardingView"
                 properties: ({
                         "onboarding": root.onboarding
