@@ -26,6 +26,8 @@ void waitFor(const std::function<bool()> &condition, const char *what)
 void waitForPanel(const Window &window, const QString &name)
 {
     waitFor([&] { return window->waitUntilGrown(name); }, qUtf8Printable(name));
+    // The column takes its places with the next frame.
+    window->settle();
 }
 
 void waitForBox(const Window &window, const QString &name)
@@ -36,6 +38,13 @@ void waitForBox(const Window &window, const QString &name)
             return box != nullptr && box->opacity() >= 1;
         },
         qUtf8Printable(name));
+}
+
+/** Above the panel that shows already. */
+void offerUpdate(const Window &window)
+{
+    window->checkForUpdates(u"1.3"_s);
+    waitForPanel(window, u"updatePanel"_s);
 }
 
 void openSettings(const Window &window)
@@ -119,10 +128,7 @@ Window installationRequired()
 Window installationRequiredAndUpdated()
 {
     auto window = installationRequired();
-    window->checkForUpdates(u"1.3"_s);
-    waitForPanel(window, u"updatePanel"_s);
-    // The column takes its places with the next frame.
-    QTest::qWait(50);
+    offerUpdate(window);
     return window;
 }
 
@@ -131,6 +137,13 @@ Window awaitingApproval()
     auto window = made();
     window->awaitApproval();
     waitForPanel(window, u"approvalPanel"_s);
+    return window;
+}
+
+Window awaitingApprovalAndUpdated()
+{
+    auto window = awaitingApproval();
+    offerUpdate(window);
     return window;
 }
 
@@ -211,18 +224,6 @@ Window settingsMisplaced()
     auto window = made();
     window->requireInstallation();
     openSettings(window);
-    return window;
-}
-
-Window about()
-{
-    auto window = made();
-    window->platform.mainBundle.version = u"1.2"_s;
-    window->platform.mainBundle.build = u"7"_s;
-    window->ui->otherWindows().showAbout();
-    window->turnTo(window->ui->otherWindows().about());
-    if (!QTest::qWaitForWindowExposed(window->window()))
-        qFatal("the about window did not show");
     return window;
 }
 
