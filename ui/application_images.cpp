@@ -8,7 +8,6 @@
 #include <QGuiApplication>
 #include <QIcon>
 #include <QPainter>
-#include <QPainterPath>
 #include <QUrlQuery>
 
 using namespace Qt::StringLiterals;

@@ -103,11 +103,10 @@ def newer_version(dark=False):
     )
 
 
-SCENES = (
-    first_start(),
-    first_day(),
-    newer_version(),
-    Scene(
+def rarely_seen(dark=False):
+    """What no other scene comes by: menu, about window, settings as they mostly are."""
+    return Scene(
+        dark=dark,
         steps=(
             ("menu", "The application's menu, in a menu bar of the window's own.",
              lambda guest: (guest.look("No blocked apps"), guest.click("Zorvane", "menu item"),
@@ -122,24 +121,35 @@ SCENES = (
                                                       "Check your internet connection and try "
                                                       "again."))),
         ),
-    ),
-    Scene(
+    )
+
+
+def slow_activation(dark=False):
+    return Scene(
         system={"activationDelay": 60},
+        dark=dark,
         steps=(
             ("activating", "The extension is being activated.",
              lambda guest: (guest.look("Protection off"), guest.click("Protection", "check box"),
                             guest.catch("Turning on\u2026"))),
         ),
-    ),
-    Scene(
+    )
+
+
+def failure(dark=False):
+    return Scene(
         system={"faults": [{"operation": "save", "domain": "NEFilterErrorDomain", "code": 4,
                             "description": "The configuration is invalid."}]},
+        dark=dark,
         steps=(
             ("failed", "The filter could not be set up; the list says why.",
              lambda guest: (guest.add("Quill Mail"), guest.look("Action required"))),
         ),
-    ),
-    first_start(dark=True),
-    first_day(dark=True),
-    newer_version(dark=True),
+    )
+
+
+SCENES = tuple(
+    scene(dark)
+    for dark in (False, True)
+    for scene in (first_start, first_day, newer_version, rarely_seen, slow_activation, failure)
 )

@@ -192,9 +192,17 @@ inline Measures box(const QString &what, const Find &find, double width, double 
     return {of(what, find, "width", width), of(what, find, "height", height)};
 }
 
+/** How far apart the letters of a size are set; a font keeps whole 64ths of that. */
+inline double tracking(int size)
+{
+    const auto stated = size > 13 ? -0.2 : size == 13 ? -0.08 : size == 10 ? 0.08 : 0;
+    return int(stated * 64) / 64.0;
+}
+
 inline Measures font(const QString &what, const Find &find, int size, QFont::Weight weight)
 {
-    return {of(what, find, "font.pixelSize", size), of(what, find, "font.weight", int(weight))};
+    return {of(what, find, "font.pixelSize", size), of(what, find, "font.weight", int(weight)),
+        of(what, find, "font.letterSpacing", tracking(size))};
 }
 
 /** What moves a property of an item when it changes; null if nothing does. */
@@ -237,6 +245,8 @@ inline QStringList wrongMeasures(const WindowFixture &window, const Measures &me
     const auto same = [](const QVariant &read, const QVariant &expected) {
         if (expected.metaType() == QMetaType::fromType<QColor>())
             return read.isValid() && read.value<QColor>().rgba() == expected.value<QColor>().rgba();
+        if (expected.metaType() == QMetaType::fromType<QString>())
+            return read == expected;
         return read.isValid() && qAbs(read.toDouble() - expected.toDouble()) < 0.001;
     };
     const auto told = [](const QVariant &value) {

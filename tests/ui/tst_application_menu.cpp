@@ -1,48 +1,9 @@
-#include "ui/window_fixture.h"
+#include "ui/menu_fixture.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
-
-namespace
-{
-
-struct Fixture : WindowFixture {
-    explicit Fixture(const QList<SampleApplication> &applications = {})
-        : WindowFixture(applications)
-    {
-        if (!QTest::qWaitForWindowActive(window()))
-            qFatal("the main window is not active");
-    }
-
-    [[nodiscard]] QQuickItem *menu() const { return item(u"menu"_s); }
-
-    /** The menu's commands from top to bottom. */
-    [[nodiscard]] QList<QQuickItem *> commands() const
-    {
-        return items([](const QQuickItem *item) {
-            return item->metaObject()->indexOfSignal("triggered()") >= 0;
-        });
-    }
-
-    [[nodiscard]] QQuickItem *command(const QString &text) const
-    {
-        const auto all = commands();
-        const auto found = std::find_if(all.cbegin(), all.cend(),
-            [&](const QQuickItem *item) { return item->property("text") == text; });
-        return found == all.cend() ? nullptr : *found;
-    }
-
-    /** What the keyboard is on. */
-    [[nodiscard]] QString chosen() const { return accessibleName(window()->activeFocusItem()); }
-
-    void openByMouse() const { click(item(u"menuTitle"_s)); }
-
-    void key(Qt::Key key) const { QTest::keyClick(window(), key); }
-};
-
-} // namespace
 
 class TestApplicationMenu : public QObject
 {
@@ -51,7 +12,7 @@ class TestApplicationMenu : public QObject
 private Q_SLOTS:
     void itStandsAboveTheContent()
     {
-        const Fixture fixture;
+        const MenuFixture fixture;
         const auto *const title = fixture.item(u"menuTitle"_s);
         QCOMPARE(title->parentItem()->height(), 26.0);
         QCOMPARE(title->parentItem()->mapToScene({}).y(), 0.0);
@@ -62,7 +23,7 @@ private Q_SLOTS:
 
     void itsCommandsAreInTheirUsualOrder()
     {
-        const Fixture fixture;
+        const MenuFixture fixture;
         fixture.openByMouse();
         QStringList texts;
         for (const auto *const command : fixture.commands()) {
@@ -78,7 +39,7 @@ private Q_SLOTS:
 
     void checkForUpdatesMakesACheckThatSaysHowItEnded()
     {
-        Fixture fixture;
+        MenuFixture fixture;
         // Not due by itself.
         fixture.platform.preferences.values.insert(
             u"updates.lastCheckedAt"_s, fixture.platform.scheduler.now());
@@ -94,7 +55,7 @@ private Q_SLOTS:
 
     void whileACheckRunsItCannotBeChosen()
     {
-        Fixture fixture;
+        MenuFixture fixture;
         fixture.store->checkForUpdates(true);
         fixture.platform.scheduler.runPosted();
         const auto before = fixture.platform.manifestFetcher.requests.size();
@@ -112,7 +73,7 @@ private Q_SLOTS:
 
     void settingsOpensTheSettings()
     {
-        Fixture fixture;
+        MenuFixture fixture;
         fixture.openByMouse();
         fixture.click(fixture.command(u"Settings\u2026"_s));
         QVERIFY(fixture.ui->otherWindows().settings()->isVisible());
@@ -120,7 +81,7 @@ private Q_SLOTS:
 
     void aboutSaysWhichProgramItIs()
     {
-        Fixture fixture;
+        MenuFixture fixture;
         fixture.openByMouse();
         fixture.click(fixture.command(u"About Zorvane"_s));
         auto *const about = fixture.ui->otherWindows().about();
@@ -132,7 +93,7 @@ private Q_SLOTS:
 
     void quitEndsTheProgram()
     {
-        Fixture fixture;
+        MenuFixture fixture;
         fixture.openByMouse();
         fixture.click(fixture.command(u"Quit Zorvane"_s));
         QCOMPARE(fixture.platform.actions.calls, QStringList{u"terminate"_s});
@@ -140,7 +101,7 @@ private Q_SLOTS:
 
     void keysOfCommandsWorkInEveryWindow()
     {
-        Fixture fixture;
+        MenuFixture fixture;
         fixture.openSettings();
         QTest::keyClick(fixture.window(), Qt::Key_Q, Qt::ControlModifier);
         QCOMPARE(fixture.platform.actions.calls, QStringList{u"terminate"_s});
@@ -156,14 +117,14 @@ private Q_SLOTS:
     void keysOpenIt()
     {
         QFETCH(Qt::Key, key);
-        const Fixture fixture;
+        const MenuFixture fixture;
         fixture.key(key);
         QVERIFY(fixture.menu() != nullptr);
     }
 
     void altWithAnotherKeyDoesNotOpenIt()
     {
-        const Fixture fixture;
+        const MenuFixture fixture;
         QTest::keyPress(fixture.window(), Qt::Key_Alt);
         QTest::keyClick(fixture.window(), Qt::Key_X, Qt::AltModifier);
         QTest::keyRelease(fixture.window(), Qt::Key_Alt);
@@ -172,7 +133,7 @@ private Q_SLOTS:
 
     void arrowsWalkItsCommandsRoundAndRound()
     {
-        const Fixture fixture;
+        const MenuFixture fixture;
         fixture.key(Qt::Key_F10);
         fixture.key(Qt::Key_Down);
         QCOMPARE(fixture.chosen(), u"About Zorvane"_s);
@@ -188,7 +149,7 @@ private Q_SLOTS:
 
     void returnDoesTheChosenCommand()
     {
-        const Fixture fixture;
+        const MenuFixture fixture;
         fixture.key(Qt::Key_F10);
         fixture.key(Qt::Key_Up);
         fixture.key(Qt::Key_Return);
@@ -198,7 +159,7 @@ private Q_SLOTS:
 
     void escapeClosesItAndTheKeyboardIsWhereItWas()
     {
-        const Fixture fixture;
+        const MenuFixture fixture;
         auto *const help = fixture.button(u"Show getting started"_s);
         help->forceActiveFocus(Qt::TabFocusReason);
         fixture.key(Qt::Key_F10);
@@ -211,7 +172,7 @@ private Q_SLOTS:
 
     void aPressBesideItOnlyClosesIt()
     {
-        Fixture fixture;
+        MenuFixture fixture;
         fixture.openByMouse();
         fixture.click(fixture.item(u"protectionSwitch"_s));
         QTRY_COMPARE(fixture.menu(), nullptr);
@@ -220,7 +181,7 @@ private Q_SLOTS:
 
     void aCommandCanBeChosenByPressDragAndRelease()
     {
-        Fixture fixture;
+        MenuFixture fixture;
         const auto centre = [](const QQuickItem *item) {
             return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
         };
@@ -237,7 +198,7 @@ private Q_SLOTS:
 
     void thePointerChoosesTheCommandItIsOver()
     {
-        const Fixture fixture;
+        const MenuFixture fixture;
         fixture.openByMouse();
         const auto *const settings = fixture.command(u"Settings\u2026"_s);
         const auto place = settings->mapToScene(QPointF(settings->width() / 2, 12)).toPoint();
@@ -247,19 +208,9 @@ private Q_SLOTS:
         QTRY_COMPARE(fixture.chosen(), u"Settings\u2026"_s);
     }
 
-    void assistiveTechnologyOpensItAndDoesItsCommands()
-    {
-        const Fixture fixture;
-        doAccessibleAction(fixture.item(u"menuTitle"_s), QAccessibleActionInterface::pressAction());
-        QCOMPARE(accessibleRole(fixture.menu()), QAccessible::PopupMenu);
-        doAccessibleAction(
-            fixture.command(u"Quit Zorvane"_s), QAccessibleActionInterface::pressAction());
-        QCOMPARE(fixture.platform.actions.calls, QStringList{u"terminate"_s});
-    }
-
     void anAlertThatComesWhileItIsOpenTakesItsPlace()
     {
-        Fixture fixture;
+        MenuFixture fixture;
         fixture.key(Qt::Key_F10);
         fixture.raiseAlert();
         QTRY_COMPARE(fixture.menu(), nullptr);
@@ -269,7 +220,7 @@ private Q_SLOTS:
 
     void overAnAlertItGivesTheKeyboardBackToThat()
     {
-        Fixture fixture;
+        MenuFixture fixture;
         fixture.raiseAlert();
         fixture.key(Qt::Key_F10);
         fixture.key(Qt::Key_Escape);

@@ -1,5 +1,4 @@
 #include "ui/application_images.h"
-#include "ui/face_images.h"
 #include "ui/shadow_images.h"
 #include "ui/symbol_images.h"
 #include "ui/window_fixture.h"
@@ -153,20 +152,6 @@ private Q_SLOTS:
         QVERIFY(alpha(2) < 8);
         for (int x = 1; x <= 60; ++x)
             QVERIFY(alpha(x) >= alpha(x - 1));
-    }
-
-    void aButtonDarkensWhenPressed()
-    {
-        FaceImages faces;
-        const auto face = [&](const QString &state) {
-            return faces.requestImage(
-                u"prominent?dark=0&height=28&radius=7&state="_s + state, nullptr, QSize(100, 29));
-        };
-        QCOMPARE(face(u"normal"_s).pixelColor(50, 0), QColor(0x1873e8));
-        QVERIFY(face(u"hovered"_s).pixelColor(50, 14).lightness()
-            < face(u"normal"_s).pixelColor(50, 14).lightness());
-        QVERIFY(face(u"pressed"_s).pixelColor(50, 14).lightness()
-            < face(u"hovered"_s).pixelColor(50, 14).lightness());
     }
 };
 

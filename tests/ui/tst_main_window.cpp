@@ -24,18 +24,6 @@ QColor colour(const QQuickItem *item)
     return item->property("color").value<QColor>();
 }
 
-QColor borderColour(const QQuickItem *item)
-{
-    return qvariant_cast<QObject *>(item->property("border"))->property("color").value<QColor>();
-}
-
-/** The panel that a place in the column shows. */
-QQuickItem *panelOf(const WindowFixture &fixture, const QString &name)
-{
-    const auto *const place = fixture.item(name);
-    return place == nullptr ? nullptr : place->childItems().first()->childItems().value(0);
-}
-
 } // namespace
 
 class TestMainWindow : public QObject
@@ -55,13 +43,9 @@ private Q_SLOTS:
     {
         const WindowFixture fixture;
         const auto *const icon = fixture.item(u"ownIcon"_s);
-        QCOMPARE(icon->size(), QSizeF(46, 46));
-        QCOMPARE(icon->property("radius").toReal(), 11.0);
         QCOMPARE(icon->property("status").toInt(), 1);
         QVERIFY(fixture.text(u"Zorvane"_s) != nullptr);
-        const auto *const tagline = fixture.text(u"Control which apps can access the network"_s);
-        QVERIFY(tagline != nullptr);
-        QCOMPARE(colour(tagline), QColor::fromRgbF(0, 0, 0, 0.60F));
+        QVERIFY(fixture.text(u"Control which apps can access the network"_s) != nullptr);
     }
 
     void anEmptyListSaysSo()
@@ -71,7 +55,6 @@ private Q_SLOTS:
         QVERIFY(fixture.text(u"No blocked apps"_s) != nullptr);
         QVERIFY(fixture.text(u"Apps you add will appear here."_s) != nullptr);
         QCOMPARE(fixture.item(u"countBadge"_s)->property("count").toInt(), 0);
-        QVERIFY(fixture.item(u"emptyList"_s)->height() >= 170);
     }
 
     void aListShowsItsRowsInOrderAndTheirNumber()
@@ -105,11 +88,6 @@ private Q_SLOTS:
         WindowFixture fixture;
         fixture.requireInstallation();
         QVERIFY(fixture.waitUntilGrown(u"installationPanel"_s));
-        const auto *const panel = panelOf(fixture, u"installationPanel"_s);
-        QCOMPARE(panel->property("radius").toReal(), 16.0);
-        QCOMPARE(panel->property("padding").toReal(), 18.0);
-        QCOMPARE(colour(panel), QColor::fromRgbF(1, 0x95 / 255.F, 0, 0.09F));
-        QCOMPARE(borderColour(panel), QColor::fromRgbF(1, 0x95 / 255.F, 0, 0.28F));
         QVERIFY(fixture.text(u"Finish installing Zorvane"_s) != nullptr);
         QVERIFY(fixture.text(
                     u"macOS can only enable Zorvane's network extension when the app is in the "
@@ -138,11 +116,6 @@ private Q_SLOTS:
         WindowFixture fixture;
         fixture.awaitApproval();
         QVERIFY(fixture.waitUntilGrown(u"approvalPanel"_s));
-        const auto *const panel = panelOf(fixture, u"approvalPanel"_s);
-        QCOMPARE(panel->property("radius").toReal(), 16.0);
-        QCOMPARE(panel->property("padding").toReal(), 18.0);
-        QCOMPARE(colour(panel), QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.08F));
-        QCOMPARE(borderColour(panel), QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.25F));
         qreal above = 0;
         for (const auto &line :
             {u"Finish enabling protection"_s, u"macOS is waiting for you to approve Zorvane."_s,
@@ -174,7 +147,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.platform.systemExtensions.submitted.size(), submitted + 1);
     }
 
-    void aFailureIsShownOnceInOrange()
+    void aFailureIsShownOnce()
     {
         WindowFixture fixture;
         const auto message = u"Restart your Mac to finish installing the extension."_s;
@@ -183,27 +156,9 @@ private Q_SLOTS:
         const auto labels = fixture.items(
             [&](const QQuickItem *item) { return item->property("text") == message; });
         QCOMPARE(labels.size(), 1);
-        QCOMPARE(colour(labels.first()), QColor(0xa84e00));
-        QCOMPARE(labels.first()->property("font").value<QFont>().pixelSize(), 10);
         fixture.enable();
         QVERIFY2(fixture.text(message) != nullptr, "it fades out with its text");
         QTRY_COMPARE(fixture.text(message), nullptr);
-    }
-
-    void sectionsStandTwelveApart()
-    {
-        WindowFixture fixture;
-        fixture.awaitApproval();
-        QVERIFY(fixture.waitUntilGrown(u"approvalPanel"_s));
-        // The column takes its places with the next frame.
-        QTRY_COMPARE(inWindow(fixture.item(u"dropZone"_s)).top()
-                - inWindow(panelOf(fixture, u"approvalPanel"_s)).bottom(),
-            12.0);
-        const auto panel = inWindow(panelOf(fixture, u"approvalPanel"_s));
-        const auto zone = inWindow(fixture.item(u"dropZone"_s));
-        QCOMPARE(panel.top(), WindowFixture::menuBarHeight + 74.0 + 16);
-        QCOMPARE(zone.left(), 20.0);
-        QCOMPARE(zone.right(), 740.0);
     }
 
     void becomingActiveRefreshesOnceForEachChange()

@@ -25,16 +25,6 @@ Find mark(int number)
     return numbered(u"pageMark"_s, number);
 }
 
-double right(const QRectF &outer, const QRectF &inner)
-{
-    return inner.center().x() - outer.center().x();
-}
-
-double down(const QRectF &outer, const QRectF &inner)
-{
-    return inner.center().y() - outer.center().y();
-}
-
 const auto content = named(u"page"_s);
 const auto square = named(u"onboardingSquare"_s);
 const auto message = named(u"onboardingMessage"_s);
@@ -62,19 +52,22 @@ const Measures guide = motion(page, u"opacity"_s, 180, QEasingCurve::OutCubic)
     + box(u"other mark"_s, mark(0), 7, 7) + box(u"other mark"_s, mark(4), 7, 7)
     + Measures{
         of(u"sheet"_s, sheet, "radius", 14.0),
-        between(u"sheet, right of the middle"_s, content, sheet, right, 0),
-        between(u"sheet, below the middle"_s, content, sheet, down, 0),
+        between(u"sheet, right of the middle"_s, content, sheet, beside, 0),
+        between(u"sheet, below the middle"_s, content, sheet, besideVertically, 0),
         of(u"square"_s, square, "radius", 26.0),
         of(u"square"_s, square, "color", faded(blue, 0.1)),
         of(u"symbol"_s, childOf(square, 0), "color", blue),
         of(u"symbol"_s, childOf(square, 0), "stroke", 1.85),
         of(u"message"_s, message, "color", secondary),
         of(u"message"_s, message, "width", 420.0),
+        of(u"message"_s, message, "lineHeight", 1.2),
         of(u"mark"_s, mark(3), "radius", 3.5),
         of(u"mark"_s, mark(3), "color", blue),
         of(u"other mark"_s, mark(0), "color", faded(secondary, 0.25 * 0.60)),
         of(u"Back"_s, button(u"Back"_s), "enabled", true),
         of(u"Back"_s, button(u"Back"_s), "prominent", false),
+        of(u"Back"_s, button(u"Back"_s), "width", 84.0),
+        of(u"Continue"_s, button(u"Continue"_s), "width", 104.0),
         of(u"Continue"_s, button(u"Continue"_s), "prominent", true),
         of(u"title"_s, text(u"Drop In an App"_s), "horizontalAlignment", int(Qt::AlignHCenter)),
         of(u"message"_s, message, "horizontalAlignment", int(Qt::AlignHCenter)),
@@ -84,15 +77,17 @@ const Measures guide = motion(page, u"opacity"_s, 180, QEasingCurve::OutCubic)
         between(u"square beside the centre"_s, sheet, square, beside, 0),
         between(u"title beside the centre"_s, sheet, text(u"Drop In an App"_s), beside, 0),
         between(u"message beside the centre"_s, sheet, message, beside, 0),
-        between(u"sheet beside the centre"_s, named(u"onboarding"_s), sheet, beside, 0),
-        between(u"sheet above the centre"_s, named(u"onboarding"_s), sheet, besideVertically, 0),
     };
 
-/** At every page the same. */
-const Measures anyPage{
-    between(u"square from the top"_s, sheet, square, insetTop, 58),
-    between(u"title from the top"_s, sheet, childOf(page, 1), insetTop, 58 + 100 + 26),
-};
+/** At every page the same, but for the symbol. */
+Measures anyPage(const QString &symbol)
+{
+    return {
+        of(u"symbol"_s, childOf(square, 0), "name", symbol),
+        between(u"square from the top"_s, sheet, square, insetTop, 58),
+        between(u"title from the top"_s, sheet, childOf(page, 1), insetTop, 58 + 100 + 26),
+    };
+}
 
 const auto alertBox = childOf(named(u"alertBox"_s), 1);
 
@@ -104,13 +99,11 @@ const Measures alert = box(u"icon"_s, alertIcon, 64, 64)
     + font(u"message"_s, text(u"Drop an application with the .app extension."_s), 11, QFont::Normal)
     + Measures{
         of(u"box"_s, alertBox, "width", 280.0),
-        between(u"box, right of the middle"_s, content, alertBox, right, 0),
-        between(u"box, below the middle"_s, content, alertBox, down, -20),
+        between(u"box, right of the middle"_s, content, alertBox, beside, 0),
+        between(u"box, below the middle"_s, content, alertBox, besideVertically, -20),
         of(u"box"_s, alertBox, "radius", 12.0),
         of(u"button"_s, button(u"OK"_s), "height", 28.0),
         of(u"button"_s, button(u"OK"_s), "prominent", true),
-        between(u"beside the middle"_s, named(u"alertBox"_s), alertBox, beside, 0),
-        between(u"above the middle"_s, named(u"alertBox"_s), alertBox, besideVertically, -20),
         between(u"icon beside the middle"_s, alertBox, alertIcon, beside, 0),
         of(u"button"_s, button(u"OK"_s), "width", 248.0),
     };
@@ -135,6 +128,8 @@ const Measures settings = font(u"section"_s, text(u"Protection"_s), 13, QFont::D
         windowIs("minimumHeight", 520),
         windowIs("maximumHeight", 520),
         of(u"note"_s, note, "color", secondary),
+        of(u"note"_s, note, "lineHeight", 1.08),
+        of(u"message"_s, updateMessage, "lineHeight", 1.08),
         of(u"message"_s, updateMessage, "color", secondary),
         of(u"group"_s, group, "radius", 10.0),
         of(u"group"_s, group, "width", 420.0),
@@ -184,10 +179,12 @@ private Q_SLOTS:
         QTest::newRow("guide") << Make([] { return states::guide(3); }) << guide;
         QTest::newRow("guide, first page")
             << Make([] { return states::guide(0); })
-            << anyPage + Measures{of(u"Back"_s, button(u"Back"_s), "enabled", false)};
-        for (int number = 1; number < 5; ++number)
+            << Measures{of(u"Back"_s, button(u"Back"_s), "enabled", false)};
+        const QStringList symbols{u"shield.lefthalf.filled"_s, u"arrow.down.app.fill"_s,
+            u"switch.2"_s, u"app.dashed"_s, u"questionmark.circle"_s};
+        for (int number = 0; number < symbols.size(); ++number)
             QTest::addRow("guide, page %d", number + 1)
-                << Make([=] { return states::guide(number); }) << anyPage;
+                << Make([=] { return states::guide(number); }) << anyPage(symbols.at(number));
         QTest::newRow("alert") << Make(states::alerted) << alert;
         QTest::newRow("settings") << Make(states::settings) << settings;
         QTest::newRow("settings with an update")

@@ -1,6 +1,5 @@
 #include "ui/window_fixture.h"
 
-#include <QColor>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -277,9 +276,18 @@ private Q_SLOTS:
         const auto *const message = settings.item(u"updateMessage"_s);
         QVERIFY(message->property("text").toString().size() > 3000);
         QVERIFY(message->mapRectToScene(QRectF(QPointF(), message->size())).bottom() < 520 - 20);
-        const auto values = settings.items(
-            [](const QQuickItem *item) { return item->property("truncated").toBool(); });
-        QVERIFY(values.size() >= 1);
+        const auto *const line = settings.item(u"availableVersion"_s);
+        const auto shown = settings.items([&](const QQuickItem *item) {
+            return line->isAncestorOf(item)
+                && item->property("elide").toInt() == int(Qt::ElideRight);
+        });
+        QCOMPARE(shown.size(), 1);
+        auto *const value = shown.first();
+        QVERIFY(value->property("truncated").toBool());
+        const auto place = value->mapRectToScene(QRectF(QPointF(), value->size()));
+        QCOMPARE(place.right(), 460.0 - 20 - 14);
+        QCOMPARE(value->childItems().first()->property("toolTip").toString(),
+            u"9."_s + QString(3000, u'1'));
     }
 };
 

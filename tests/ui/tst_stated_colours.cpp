@@ -1,8 +1,7 @@
+#include "ui/appearance.h"
 #include "ui/measures.h"
 #include "ui/window_states.h"
 
-#include <QGuiApplication>
-#include <QPalette>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -84,9 +83,6 @@ class TestStatedColours : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { m_palette = QGuiApplication::palette(); }
-    void cleanup() { QGuiApplication::setPalette(m_palette); }
-
     void everyColourIsKept_data()
     {
         QTest::addColumn<Make>("make");
@@ -113,11 +109,9 @@ private Q_SLOTS:
         QFETCH(Shades, shades);
         QStringList wrong;
         for (const bool dark : {false, true}) {
-            auto palette = m_palette;
-            palette.setColor(QPalette::Window, dark ? QColor(0x202020) : QColor(0xececec));
-            QGuiApplication::setPalette(palette);
+            const Appearance appearance(dark);
             const auto window = make();
-            QTRY_COMPARE(window->window()->color(), dark ? QColor(0x28282a) : QColor(0xececec));
+            QTRY_COMPARE(window->window()->color(), Appearance::window(dark));
             Measures measures;
             for (const auto &[what, find, property, light, darkened] : shades)
                 measures << of(what, find, property, dark ? darkened : light);
@@ -126,9 +120,6 @@ private Q_SLOTS:
         }
         QVERIFY2(wrong.isEmpty(), qUtf8Printable(wrong.join(u'\n')));
     }
-
-private:
-    QPalette m_palette;
 };
 
 QTEST_MAIN(TestStatedColours)

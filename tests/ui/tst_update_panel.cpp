@@ -1,7 +1,5 @@
-#include "ui/window_fixture.h"
+#include "ui/measures.h"
 
-#include <QColor>
-#include <QQmlProperty>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -39,13 +37,6 @@ struct Fixture : WindowFixture {
     [[nodiscard]] zorvane::updates::UpdateController &updates() const
     {
         return *store->updateController();
-    }
-
-    /** The panel in its place. */
-    [[nodiscard]] QQuickItem *panel() const
-    {
-        const auto *const place = item(u"updatePanel"_s);
-        return place == nullptr ? nullptr : place->childItems().first()->childItems().value(0);
     }
 
     [[nodiscard]] bool waitForPanel() const { return waitUntilGrown(u"updatePanel"_s); }
@@ -89,52 +80,6 @@ private Q_SLOTS:
         QVERIFY(fixture.text(u"A new version is ready to download."_s) != nullptr);
     }
 
-    void itIsTheFirstOfThePanelsAndLooksAsStated()
-    {
-        Fixture fixture(manifest(u"1.3"_s));
-        fixture.requireInstallation();
-        QVERIFY(fixture.waitForPanel());
-        QVERIFY(fixture.waitUntilGrown(u"installationPanel"_s));
-        const auto *const panel = fixture.panel();
-        QCOMPARE(panel->property("radius").toReal(), 16.0);
-        QCOMPARE(panel->property("padding").toReal(), 16.0);
-        QCOMPARE(
-            panel->property("color").value<QColor>(), QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.08F));
-        QCOMPARE(QQmlProperty::read(panel, u"border.color"_s).value<QColor>(),
-            QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.25F));
-        QCOMPARE(QQmlProperty::read(panel, u"border.width"_s).toReal(), 1.0);
-        const auto *const title = fixture.text(u"Zorvane 1.3 is available"_s);
-        QVERIFY(title != nullptr);
-        const auto font = title->property("font").value<QFont>();
-        QCOMPARE(font.pixelSize(), 13);
-        QCOMPARE(font.weight(), QFont::DemiBold);
-        QCOMPARE(inWindow(panel).top(), WindowFixture::menuBarHeight + 74.0 + 16);
-        QTRY_COMPARE(
-            inWindow(fixture.item(u"installationPanel"_s)).top() - inWindow(panel).bottom(), 12.0);
-    }
-
-    void itsPartsStandFourteenApart()
-    {
-        const Fixture fixture(manifest(u"1.3"_s));
-        QVERIFY(fixture.waitForPanel());
-        const auto symbols = fixture.items([](const QQuickItem *item) {
-            return item->property("name") == u"arrow.down.circle.fill"_s;
-        });
-        QCOMPARE(symbols.size(), 1);
-        const auto symbol = inWindow(symbols.first());
-        const auto title = inWindow(fixture.text(u"Zorvane 1.3 is available"_s));
-        const auto download = inWindow(fixture.button(u"Download Update"_s));
-        QCOMPARE(symbol.size(), QSizeF(34, 34));
-        QCOMPARE(symbol.left() - inWindow(fixture.panel()).left(), 16.0);
-        QCOMPARE(title.left() - symbol.right(), 14.0);
-        QCOMPARE(download.left() - title.right(), 14.0);
-        QCOMPARE(
-            inWindow(fixture.button(u"Remind me next time"_s)).left() - download.right(), 14.0);
-        QCOMPARE(inWindow(fixture.panel()).right()
-                - inWindow(fixture.button(u"Remind me next time"_s)).right(),
-            16.0);
-    }
-
     void longTextsWrapAndThePanelGrows()
     {
         const Fixture brief(manifest(u"1.3"_s));
@@ -142,8 +87,9 @@ private Q_SLOTS:
         const auto notes = u"Many words. "_s.repeated(40);
         const Fixture fixture(manifest(u"1.3."_s + QString(80, u'9'), notes));
         QVERIFY(fixture.waitForPanel());
-        const auto panel = inWindow(fixture.panel());
-        QVERIFY(panel.height() > brief.panel()->height() + 30);
+        const auto find = shownBy(u"updatePanel"_s);
+        const auto panel = inWindow(find(fixture));
+        QVERIFY(panel.height() > find(brief)->height() + 30);
         QVERIFY(panel.contains(inWindow(fixture.text(notes))));
         QVERIFY(panel.contains(inWindow(fixture.button(u"Download Update"_s))));
         QCOMPARE(panel.right(), 740.0);

@@ -26,6 +26,8 @@ void waitFor(const std::function<bool()> &condition, const char *what)
 void waitForPanel(const Window &window, const QString &name)
 {
     waitFor([&] { return window->waitUntilGrown(name); }, qUtf8Printable(name));
+    // The column takes its places with the next frame.
+    window->settle();
 }
 
 void waitForBox(const Window &window, const QString &name)
@@ -48,16 +50,17 @@ Window after(const std::function<void(WindowFixture &)> &change, const QString &
     return window;
 }
 
-/** What the settings and the about window name. */
-void setVersion(WindowFixture &window)
+/** Above the panel that shows already. */
+void offerUpdate(const Window &window)
 {
-    window.platform.mainBundle.version = u"1.2"_s;
-    window.platform.mainBundle.build = u"7"_s;
+    window->checkForUpdates(u"1.3"_s);
+    waitForPanel(window, u"updatePanel"_s);
 }
 
 void openSettings(WindowFixture &window)
 {
-    setVersion(window);
+    window.platform.mainBundle.version = u"1.2"_s;
+    window.platform.mainBundle.build = u"7"_s;
     window.openSettings();
 }
 
@@ -126,16 +129,20 @@ Window installationRequired()
 Window installationRequiredAndUpdated()
 {
     auto window = installationRequired();
-    window->checkForUpdates(u"1.3"_s);
-    waitForPanel(window, u"updatePanel"_s);
-    // The column takes its places with the next frame.
-    QTest::qWait(50);
+    offerUpdate(window);
     return window;
 }
 
 Window awaitingApproval()
 {
     return after(&WindowFixture::awaitApproval, u"approvalPanel"_s);
+}
+
+Window awaitingApprovalAndUpdated()
+{
+    auto window = awaitingApproval();
+    offerUpdate(window);
+    return window;
 }
 
 Window dropHovering()
@@ -216,17 +223,6 @@ Window settingsMisplaced()
         window.requireInstallation();
         openSettings(window);
     });
-}
-
-Window about()
-{
-    auto window = made();
-    setVersion(*window);
-    window->ui->otherWindows().showAbout();
-    window->turnTo(window->ui->otherWindows().about());
-    if (!QTest::qWaitForWindowExposed(window->window()))
-        qFatal("the about window did not show");
-    return window;
 }
 
 } // namespace zorvane::tests::states

@@ -26,6 +26,8 @@ using Window = std::unique_ptr<WindowFixture>;
 /** The same, with a newer release on offer: two panels. */
 [[nodiscard]] Window installationRequiredAndUpdated();
 [[nodiscard]] Window awaitingApproval();
+/** The same, with a newer release on offer. */
+[[nodiscard]] Window awaitingApprovalAndUpdated();
 [[nodiscard]] Window dropHovering();
 [[nodiscard]] Window adding();
 [[nodiscard]] Window alerted();
@@ -38,6 +40,5 @@ using Window = std::unique_ptr<WindowFixture>;
 [[nodiscard]] Window settingsWithUpdate();
 /** The settings of a program that has to be moved first. */
 [[nodiscard]] Window settingsMisplaced();
-[[nodiscard]] Window about();
 
 } // namespace zorvane::tests::states

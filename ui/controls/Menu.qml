@@ -42,7 +42,7 @@ Item {
             return;
         // First, so that what the command opens has the focus in the end.
         root.closed();
-        command.press();
+        command.triggered();
     }
 
     function takeKey(event: KeyEvent): void {
@@ -74,6 +74,11 @@ Item {
         case Qt.Key_F10:
             root.closed();
         }
+    }
+
+    Component.onCompleted: {
+        for (const command of Array.from(column.children).filter(each => each instanceof MenuItem))
+            command.chosen.connect(() => root.run(command));
     }
 
     FocusScope {

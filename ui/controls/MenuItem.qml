@@ -10,11 +10,8 @@ Item {
     property bool available: true
 
     signal triggered
-
-    function press(): void {
-        if (root.enabled)
-            root.triggered();
-    }
+    /* Assistive technology asks for it; the menu knows what comes first. */
+    signal chosen
 
     width: parent.width
     height: 24
@@ -24,7 +21,7 @@ Item {
     Accessible.name: text
     Accessible.description: keys
     Accessible.focusable: true
-    Accessible.onPressAction: root.press()
+    Accessible.onPressAction: root.chosen()
 
     Rectangle {
         anchors.fill: parent

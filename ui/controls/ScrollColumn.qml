@@ -11,7 +11,6 @@ Item {
     default property alias sections: column.data
     readonly property alias area: flickable
     readonly property real columnTop: column.y
-    readonly property real columnWidth: column.width
     readonly property real inset: 20
 
     /* Scrolls just as far as needed to have the item in view; its top, if it is too high. */

@@ -7,7 +7,6 @@ Pressable {
     id: root
 
     required property bool checked
-    readonly property real progress: knob.x / (width - 3 - knob.width)
 
     signal toggleRequested(bool on)
 

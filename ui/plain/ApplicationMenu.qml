@@ -92,7 +92,12 @@ Rectangle {
 
         Accessible.role: Accessible.MenuItem
         Accessible.name: label.text
-        Accessible.onPressAction: root.open = !root.open
+        Accessible.onPressAction: {
+            if (root.open)
+                root.close();
+            else
+                root.open = true;
+        }
 
         Label {
             id: label

@@ -32,6 +32,7 @@ Item {
         anchors.topMargin: 6
         width: parent.width
         wrapMode: Text.Wrap
+        lineHeight: 1.08
         text: "macOS asks for permission before enabling the extension for the first time."
         font: Type.caption
         color: Theme.secondary

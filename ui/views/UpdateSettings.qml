@@ -99,6 +99,7 @@ Column {
             width: parent.width
             height: Math.ceil(implicitHeight)
             wrapMode: Text.Wrap
+            lineHeight: 1.08
             // A version may be any text; the window does not grow.
             maximumLineCount: 8
             elide: Text.ElideRight

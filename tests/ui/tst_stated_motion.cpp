@@ -1,0 +1,113 @@
+#include "ui/measures.h"
+#include "ui/window_states.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane::tests;
+
+namespace
+{
+
+using Make = std::function<states::Window()>;
+
+const auto alertLayer = named(u"alertBox"_s);
+
+states::Window alertComing()
+{
+    auto window = states::empty();
+    window->raiseAlert();
+    return window;
+}
+
+states::Window alertGoing()
+{
+    auto window = states::alerted();
+    window->click(window->button(u"OK"_s));
+    return window;
+}
+
+states::Window unfoldedBy(double part)
+{
+    auto window = states::listed();
+    window->item(u"componentLines"_s)->setProperty("unfolding", part);
+    return window;
+}
+
+states::Window plainButtonLit()
+{
+    auto window = states::empty();
+    window->button(u"Show getting started"_s)->setProperty("lit", true);
+    return window;
+}
+
+/** The scale that the box of an alert begins with, told by one between that and its end. */
+const Measure firstScale{u"first scale"_s,
+    [](const WindowFixture &window) -> QVariant {
+        const auto *const layer = alertLayer(window);
+        const auto *const box = childOf(alertLayer, 1)(window);
+        if (box == nullptr || layer->opacity() >= 1)
+            return {};
+        return (box->scale() - layer->opacity()) / (1 - layer->opacity());
+    },
+    0.96};
+
+const Measure spinnerStep{u"spinner's step"_s,
+    [](const WindowFixture &window) -> QVariant {
+        const auto children = named(u"spinner"_s)(window)->children();
+        const auto timer = std::find_if(children.cbegin(), children.cend(),
+            [](const QObject *child) { return child->property("interval").isValid(); });
+        return timer == children.cend() ? QVariant() : (*timer)->property("interval");
+    },
+    1000 / 12};
+
+} // namespace
+
+/** How long things take to come, go and change, and by which curve. */
+class TestStatedMotion : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyMotionIsKept_data()
+    {
+        QTest::addColumn<Make>("make");
+        QTest::addColumn<Measures>("measures");
+        const auto lines = named(u"componentLines"_s);
+        QTest::newRow("panel") << Make(states::updated)
+                               << motion(named(u"updatePanel"_s), u"progress"_s, 200,
+                                      QEasingCurve::OutCubic);
+        QTest::newRow("alert, in") << Make(states::alerted)
+                                   << motion(alertLayer, u"opacity"_s, 180, QEasingCurve::OutCubic);
+        QTest::newRow("alert, out")
+            << Make(alertGoing) << motion(alertLayer, u"opacity"_s, 120, QEasingCurve::OutCubic);
+        QTest::newRow("alert, scale") << Make(alertComing) << Measures{firstScale};
+        QTest::newRow("switch") << Make(states::empty)
+                                << motion(childOf(named(u"protectionSwitch"_s), 2), u"x"_s, 180,
+                                       QEasingCurve::InOutQuad);
+        QTest::newRow("hovered button") << Make(states::awaitingApproval)
+                                        << motion(childOf(button(u"Retry Activation"_s), 1),
+                                               u"opacity"_s, 100, QEasingCurve::Linear);
+        QTest::newRow("hovered plain button")
+            << Make(plainButtonLit)
+            << motion(childOf(button(u"Show getting started"_s), 1), u"opacity"_s, 100,
+                   QEasingCurve::Linear);
+        QTest::newRow("spinner") << Make(states::adding) << Measures{spinnerStep};
+        QTest::newRow("lines, at half") << Make([] { return unfoldedBy(0.5); })
+                                        << Measures{of(u"lines"_s, lines, "opacity", 0.0)};
+        QTest::newRow("lines, at three quarters") << Make(
+            [] { return unfoldedBy(0.75); }) << Measures{of(u"lines"_s, lines, "opacity", 0.5)};
+    }
+
+    void everyMotionIsKept()
+    {
+        QFETCH(Make, make);
+        QFETCH(Measures, measures);
+        const auto window = make();
+        const auto wrong = wrongMeasures(*window, measures);
+        QVERIFY2(wrong.isEmpty(), qUtf8Printable(wrong.join(u'\n')));
+    }
+};
+
+QTEST_MAIN(TestStatedMotion)
+#include "tst_stated_motion.moc"

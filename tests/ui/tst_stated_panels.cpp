@@ -1,0 +1,161 @@
+#include "ui/measures.h"
+#include "ui/window_states.h"
+
+#include <cmath>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace zorvane::tests;
+
+namespace
+{
+
+using Make = std::function<states::Window()>;
+
+const QColor blue(0x007aff);
+const QColor orange(0xff9500);
+const QColor secondary = QColor::fromRgbF(0, 0, 0, 0.60F);
+
+const auto zone = named(u"dropZone"_s);
+
+/** The height of a panel is a whole number, that of its texts need not be. */
+double insetBottomOfWhole(const QRectF &outer, const QRectF &inner)
+{
+    return std::floor(insetBottom(outer, inner));
+}
+
+Measures panel(const QString &place, const QColor &accent, double fill, double stroke)
+{
+    const auto find = shownBy(place);
+    return {of(place, find, "radius", 16.0), of(place, find, "color", faded(accent, fill)),
+        of(place, find, "border.width", 1.0),
+        of(place, find, "border.color", faded(accent, stroke))};
+}
+
+const auto updatePanel = shownBy(u"updatePanel"_s);
+const auto updateTexts = parentOf(symbol(u"arrow.down.circle.fill"_s));
+const Measures update = panel(u"updatePanel"_s, blue, 0.08, 0.25)
+    + box(u"symbol"_s, symbol(u"arrow.down.circle.fill"_s), 34, 34)
+    + font(u"title"_s, text(u"Zorvane 1.3 is available"_s), 13, QFont::DemiBold)
+    + font(u"subtitle"_s, text(u"A new version is ready to download."_s), 11, QFont::Normal)
+    + Measures{
+        of(u"symbol"_s, symbol(u"arrow.down.circle.fill"_s), "color", blue),
+        of(u"subtitle"_s, text(u"A new version is ready to download."_s), "lineHeight", 1.08),
+        between(u"padding"_s, updatePanel, symbol(u"arrow.down.circle.fill"_s), insetLeft, 16),
+        between(u"padding above"_s, updatePanel, updateTexts, insetTop, 16),
+        between(u"padding below"_s, updatePanel, updateTexts, insetBottomOfWhole, 16),
+        between(u"padding at the right"_s, updatePanel, button(u"Remind me next time"_s),
+            insetRight, 16),
+        between(u"symbol and texts"_s, symbol(u"arrow.down.circle.fill"_s),
+            text(u"Zorvane 1.3 is available"_s), gapRight, 14),
+        between(u"texts and button"_s, text(u"Zorvane 1.3 is available"_s),
+            button(u"Download Update"_s), gapRight, 14),
+        between(u"button and cross"_s, button(u"Download Update"_s),
+            button(u"Remind me next time"_s), gapRight, 14),
+    };
+
+const auto installationPanel = shownBy(u"installationPanel"_s);
+const auto installationTitle = text(u"Finish installing Zorvane"_s);
+const auto installationText
+    = text(u"macOS can only enable Zorvane's network extension when the app is in the "
+           "Applications folder. Quit this copy, drag Zorvane from Downloads into Applications, "
+           "then open it there."_s);
+const Measures installation = panel(u"installationPanel"_s, orange, 0.09, 0.28)
+    + font(u"title"_s, installationTitle, 13, QFont::DemiBold)
+    + font(u"text"_s, installationText, 11, QFont::Normal)
+    + Measures{
+        of(u"symbol"_s, symbol(u"arrow.down.app.fill"_s), "color", orange),
+        of(u"text"_s, installationText, "color", secondary),
+        of(u"text"_s, installationText, "width", 600.0),
+        between(u"padding"_s, installationPanel, parentOf(installationTitle), insetTop, 18),
+        between(u"padding at the left"_s, installationPanel, installationText, insetLeft, 18),
+        between(u"padding at the right"_s, installationPanel, parentOf(installationText),
+            insetRight, 18),
+        of(u"text"_s, installationText, "lineHeight", 1.2),
+        between(u"padding below"_s, installationPanel, button(u"Quit Zorvane"_s), insetBottom, 18),
+        between(u"label and text"_s, parentOf(installationTitle), installationText, gapBelow, 12),
+        between(u"text and buttons"_s, installationText, button(u"Quit Zorvane"_s), gapBelow, 12),
+    };
+
+const auto approvalPanel = shownBy(u"approvalPanel"_s);
+const auto lastStep = text(u"4. If it is not listed yet, return here and retry activation."_s);
+const Measures approval = panel(u"approvalPanel"_s, blue, 0.08, 0.25)
+    + box(u"symbol"_s, symbol(u"gear.badge"_s), 34, 34)
+    + font(u"title"_s, text(u"Finish enabling protection"_s), 13, QFont::DemiBold)
+    + font(u"text"_s, text(u"macOS is waiting for you to approve Zorvane."_s), 11, QFont::Normal)
+    + font(u"first line"_s, text(u"1. Open System Settings."_s), 10, QFont::Normal)
+    + font(u"last line"_s, lastStep, 10, QFont::Normal)
+    + Measures{
+        of(u"symbol"_s, symbol(u"gear.badge"_s), "color", blue),
+        of(u"text"_s, text(u"macOS is waiting for you to approve Zorvane."_s), "color", secondary),
+        between(u"padding"_s, approvalPanel, symbol(u"gear.badge"_s), insetTop, 18),
+        between(u"padding at the left"_s, approvalPanel, symbol(u"gear.badge"_s), insetLeft, 18),
+        between(u"symbol and column"_s, symbol(u"gear.badge"_s),
+            text(u"Finish enabling protection"_s), gapRight, 14),
+        between(u"padding below"_s, approvalPanel, button(u"Retry Activation"_s),
+            insetBottomOfWhole, 18),
+        between(u"padding at the right"_s, approvalPanel, lastStep, insetRight, 18),
+        of(u"text"_s, text(u"macOS is waiting for you to approve Zorvane."_s), "lineHeight", 1.08),
+        of(u"first line"_s, text(u"1. Open System Settings."_s), "lineHeight", 1.08),
+        of(u"last line"_s, lastStep, "lineHeight", 1.08),
+        between(u"lines and buttons"_s, lastStep, button(u"Retry Activation"_s), gapBelow, 14),
+        of(u"open"_s, button(u"Open System Settings"_s), "prominent", true),
+        of(u"retry"_s, button(u"Retry Activation"_s), "prominent", false),
+        between(u"panel and zone"_s, approvalPanel, zone, gapBelow, 12),
+    };
+
+const Measures twoPanels{
+    between(u"the first and the second"_s, updatePanel, installationPanel, gapBelow, 12),
+    between(u"the second and the zone"_s, installationPanel, zone, gapBelow, 12),
+    between(u"from the edges"_s, named(u"page"_s), updatePanel, insetLeft, 20),
+    between(u"from the header"_s, named(u"page"_s), updatePanel, insetTop, 74 + 16),
+};
+
+const Measures updateAndApproval{
+    between(u"the first and the second"_s, updatePanel, approvalPanel, gapBelow, 12),
+    between(u"the second and the zone"_s, approvalPanel, zone, gapBelow, 12),
+    between(u"from the header"_s, named(u"page"_s), updatePanel, insetTop, 74 + 16),
+};
+
+const auto failureText = text(u"Restart your Mac to finish installing the extension."_s);
+const Measures failure = font(u"label"_s, failureText, 10, QFont::Normal)
+    + Measures{
+        of(u"label"_s, failureText, "color", QColor(0xa84e00)),
+        of(u"label"_s, failureText, "lineHeight", 1.08),
+        of(u"symbol"_s, symbol(u"exclamationmark.triangle.fill"_s), "color", QColor(0xa84e00)),
+        of(u"switch"_s, named(u"protectionSwitch"_s), "enabled", true),
+    };
+
+} // namespace
+
+/** Every measure of the panels and of the failure label, read from what they show. */
+class TestStatedPanels : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyMeasureIsKept_data()
+    {
+        QTest::addColumn<Make>("make");
+        QTest::addColumn<Measures>("measures");
+        QTest::newRow("update") << Make(states::updated) << update;
+        QTest::newRow("installation") << Make(states::installationRequired) << installation;
+        QTest::newRow("approval") << Make(states::awaitingApproval) << approval;
+        QTest::newRow("two panels") << Make(states::installationRequiredAndUpdated) << twoPanels;
+        QTest::newRow("update and approval")
+            << Make(states::awaitingApprovalAndUpdated) << updateAndApproval;
+        QTest::newRow("failed") << Make(states::failed) << failure;
+    }
+
+    void everyMeasureIsKept()
+    {
+        QFETCH(Make, make);
+        QFETCH(Measures, measures);
+        const auto window = make();
+        const auto wrong = wrongMeasures(*window, measures);
+        QVERIFY2(wrong.isEmpty(), qUtf8Printable(wrong.join(u'\n')));
+    }
+};
+
+QTEST_MAIN(TestStatedPanels)
+#include "tst_stated_panels.moc"
