@@ -141,6 +141,8 @@ void AppBlockStore::applicationInspected(
 
 void AppBlockStore::add(const BlockedApplication &application)
 {
+    if (!m_list.hasLoaded())
+        return;
     if (records::isOwnApplication(application, m_platform.mainBundle->identifier())) {
         setAlertMessage(u"Zorvane cannot block itself."_s);
         return;
@@ -158,6 +160,8 @@ void AppBlockStore::add(const BlockedApplication &application)
 
 void AppBlockStore::remove(const BlockedApplication &application)
 {
+    if (!m_list.hasLoaded())
+        return;
     m_list.remove(application.id);
     Q_EMIT applicationsChanged();
     save();
@@ -167,6 +171,9 @@ void AppBlockStore::remove(const BlockedApplication &application)
 
 void AppBlockStore::save()
 {
+    // What is stored is not known yet, and must not be overwritten.
+    if (!m_list.hasLoaded())
+        return;
     m_storedList.save(m_list.applications());
 }
 

@@ -69,7 +69,7 @@ public:
      */
     Q_INVOKABLE void addApplication(const QUrl &url);
     /** Adds an inspected record, unless it is this product or listed, and switches protection on.
-     */
+     * This, remove() and save() do nothing before the saved list has been loaded. */
     void add(const records::BlockedApplication &application);
     /** Removes the record with the same id and takes its rules from the filter. */
     void remove(const records::BlockedApplication &application);

@@ -18,8 +18,8 @@ namespace zorvane::app
     const inspection::ApplicationInspector &inspector,
     const QList<records::BlockedApplication> &applications, const std::weak_ptr<const void> &owner);
 
-/** The records by their ids, which are unique by construction: a repeated one ends the program, for
- * going on would let one record overwrite another. */
+/** The records by their ids. Every addition makes a new one; a stored list that was edited by hand
+ * may repeat one, which ends the program, for going on would let one record overwrite another. */
 [[nodiscard]] QHash<QUuid, records::BlockedApplication> byUniqueId(
     const QList<records::BlockedApplication> &applications);
 

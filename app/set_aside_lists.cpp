@@ -60,7 +60,7 @@ void SetAsideLists::keep(const QByteArray &bytes, const QDateTime &now) const
     const QDir folder(QFile::decodeName(m_folder.c_str()));
     if (m_folder.empty() || !QDir().mkpath(folder.path()))
         return;
-    QStringList names = namesIn(folder);
+    const QStringList names = namesIn(folder);
     // A program that cannot save meets the same list at every start.
     if (std::ranges::any_of(
             names, [&](const QString &name) { return holds(folder.filePath(name), bytes); }))
@@ -68,9 +68,8 @@ void SetAsideLists::keep(const QByteArray &bytes, const QDateTime &now) const
     const QString name = freeName(folder, now);
     if (!write(folder.filePath(name), bytes))
         return;
-    names.append(name);
-    std::ranges::sort(names);
-    for (qsizetype i = 0; i < names.size() - mostKept; ++i)
+    // Never the one that was just kept, which sorts first if the clock was ahead before.
+    for (qsizetype i = 0; i < names.size() - (mostKept - 1); ++i)
         QFile::remove(folder.filePath(names.at(i)));
 }
 

@@ -18,8 +18,8 @@ public:
     explicit SetAsideLists(std::filesystem::path folder);
 
     /**
-     * Keeps @p bytes in a file that is named for @p now, unless a file holds them already, and of
-     * all such files the five newest.
+     * Keeps @p bytes in a file that is named for @p now, unless a file holds them already, and
+     * beside it the four other files with the latest dates.
      */
     void keep(const QByteArray &bytes, const QDateTime &now) const;
 

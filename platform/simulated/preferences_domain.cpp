@@ -27,6 +27,39 @@ void reportFailure(const std::filesystem::path &file, const QString &error)
     qCCritical(simulatedSystem).noquote() << textOf(file) << "cannot be written:" << error;
 }
 
+QVariantMap::iterator largest(QVariantMap &values)
+{
+    const auto size = [](auto value) {
+        return writePropertyList({{value.key(), value.value()}}).size();
+    };
+    auto result = values.begin();
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        if (size(value) > size(result))
+            result = value;
+    }
+    return result;
+}
+
+/** Puts @p changes into @p values, except the largest if the file could not be read again with
+ * them: kept for the next attempt, they would hold up everything that is set later. Returns the
+ * file. */
+QByteArray insertFitting(
+    QVariantMap changes, QVariantMap &values, const std::filesystem::path &file)
+{
+    const QVariantMap before = values;
+    for (;;) {
+        values.insert(changes);
+        const QByteArray bytes = writePropertyList(values);
+        if (bytes.size() <= propertyListSizeLimit || changes.isEmpty())
+            return bytes;
+        const auto tooLarge = largest(changes);
+        reportFailure(file,
+            QStringLiteral("the value of %1 is too large to be read again").arg(tooLarge.key()));
+        changes.erase(tooLarge);
+        values = before;
+    }
+}
+
 } // namespace
 
 PreferencesDomain::PreferencesDomain(std::filesystem::path file)
@@ -151,13 +184,9 @@ std::optional<PreferencesDomain::Stored> PreferencesDomain::write(const QVariant
             << textOf(m_file) << "was damaged and is kept as" << textOf(*aside);
         values.emplace();
     }
-    values->insert(changes);
-    const QByteArray bytes = writePropertyList(*values);
-    if (bytes.size() > propertyListSizeLimit) {
-        // Given up: kept for the next attempt, they would hold up everything that is set later.
-        reportFailure(m_file, QStringLiteral("the values are too large to be read again"));
+    const QByteArray bytes = insertFitting(changes, *values, m_file);
+    if (bytes.size() > propertyListSizeLimit)
         return read();
-    }
     if (const auto error = replaceFile(m_file, bytes))
         return failed(*error);
     return Stored{std::move(*values), stampOf(m_file)};

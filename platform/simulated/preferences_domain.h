@@ -22,7 +22,7 @@ class PreferencesDomain
 {
 public:
     explicit PreferencesDomain(std::filesystem::path file);
-    /** Waits until everything set so far has been written. */
+    /** Waits until everything set so far has been written, or until that has failed once more. */
     ~PreferencesDomain();
     PreferencesDomain(const PreferencesDomain &) = delete;
     PreferencesDomain &operator=(const PreferencesDomain &) = delete;
@@ -30,7 +30,8 @@ public:
     /** The value under @p key, of this program or of the file as it is now; invalid if absent. */
     [[nodiscard]] QVariant value(const QString &key) const;
     void set(const QString &key, const QVariant &value);
-    /** Waits until everything set so far has been written, and reads the file anew. */
+    /** Waits until the writer has tried to write everything set so far, and reads the file anew.
+     * What could not be written is reported, and tried again at the next change. */
     void synchronize();
 
 private:
@@ -44,7 +45,8 @@ private:
     [[nodiscard]] Stored read() const;
     void addWriteJob();
     void writeChanges();
-    /** The file's new content; nothing if it could not be written, which is reported. */
+    /** The file's new content; nothing if it could not be written, which is reported. Values with
+     * which the file would be too large to be read are reported, too, and left out. */
     [[nodiscard]] std::optional<Stored> write(const QVariantMap &changes) const;
 
     const std::filesystem::path m_file;

@@ -64,8 +64,14 @@ private Q_SLOTS:
         QVERIFY(store->applications().isEmpty());
         QVERIFY(!store->alertMessage());
         QVERIFY(!QFile::exists(folder.filePath(u"zorvane"_s)));
+        QList<qsizetype> filesBeforeEachSave;
+        f.system.preferences.beforeSet = [&](const QString &key) {
+            if (key == listKey)
+                filesBeforeEachSave.append(filesIn(folder).size());
+        };
         f.addOne(*store, u"One"_s);
         f.addOne(*store, u"Two"_s);
+        QCOMPARE(filesBeforeEachSave, (QList<qsizetype>{1, 1}));
         QCOMPARE(
             filesIn(folder), QStringList(u"blocked-applications-2026-03-01T12-00-00-000Z.json"_s));
         QCOMPARE(contentOf(folder, filesIn(folder).first()), damaged);
@@ -123,6 +129,20 @@ private Q_SLOTS:
         QCOMPARE(files.size(), 5);
         QCOMPARE(contentOf(folder, files.first()), "damage 2");
         QCOMPARE(contentOf(folder, files.last()), "damage 6");
+    }
+
+    void aListIsKeptThoughTheOthersAreDatedLaterByAClockThatWasAhead()
+    {
+        const QTemporaryDir folder;
+        const SetAsideLists lists(inside(folder));
+        for (int day = 0; day < 5; ++day)
+            lists.keep("damage " + QByteArray::number(day), noon.addYears(4).addDays(day));
+        lists.keep("now", noon);
+        const QStringList files = filesIn(folder);
+        QCOMPARE(files.size(), 5);
+        QCOMPARE(contentOf(folder, files.first()), "now");
+        QCOMPARE(contentOf(folder, files.at(1)), "damage 1");
+        QCOMPARE(contentOf(folder, files.last()), "damage 4");
     }
 
     void equalBytesAreKeptOnce()

@@ -26,6 +26,24 @@ private Q_SLOTS:
         QVERIFY(f.system.preferences.written.isEmpty());
     }
 
+    void nothingIsSavedOrHandedOverBeforeTheListIsLoaded()
+    {
+        StoreFixture f;
+        const auto tool = sampleApplication(u"Tool"_s, u"com.example.Tool"_s);
+        f.storeList({tool});
+        f.system.filterManager.stored.enabled = true;
+        app::AppBlockStore store(f.system.ports);
+        store.add(sampleApplication(u"Other"_s, u"com.example.Other"_s));
+        store.remove(tool);
+        store.save();
+        QVERIFY(store.applications().isEmpty());
+        QCOMPARE(f.system.filterManager.loads, 0);
+        f.system.scheduler.settle();
+        QCOMPARE(store.applications(), QList{tool});
+        QCOMPARE(f.storedList(), QList{tool});
+        QVERIFY(!f.system.preferences.written.contains(listKey));
+    }
+
     void anUnreadableListLoadsAsEmptyAndIsOverwrittenAtTheNextSave()
     {
         StoreFixture f;

@@ -4,6 +4,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <memory>
+#include <QDateTime>
 #include <utility>
 
 namespace zorvane::tests

@@ -66,6 +66,7 @@ std::unique_ptr<platform::ActivationRequest> FakeSystemExtensions::submitActivat
     const QString &identifier, std::weak_ptr<platform::ActivationDelegate> delegate)
 {
     submitted.append(identifier);
+    overlapping = overlapping || isOutstanding();
     m_delegate = std::move(delegate);
     return std::make_unique<CountedRequest>(outstanding);
 }

@@ -74,6 +74,8 @@ public:
 
     QStringList submitted;
     int outstanding = 0;
+    /** True once a request was submitted while another was still held by the program. */
+    bool overlapping = false;
 
 private:
     std::weak_ptr<platform::ActivationDelegate> m_delegate;

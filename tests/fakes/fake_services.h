@@ -55,6 +55,8 @@ public:
     }
 
     QVariantMap values;
+    /** Called before each value is set, on its thread. */
+    std::function<void(const QString &key)> beforeSet;
     /** What another program wrote; seen from the next synchronisation on. */
     std::optional<QVariantMap> writtenElsewhere;
     QStringList written;
@@ -71,6 +73,8 @@ private:
     }
     void set(const QString &key, const QVariant &value)
     {
+        if (beforeSet)
+            beforeSet(key);
         values.insert(key, value);
         written.append(key);
     }

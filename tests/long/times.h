@@ -5,10 +5,15 @@
 namespace zorvane::tests
 {
 
+inline bool isLong()
+{
+    return qEnvironmentVariableIsSet("ZORVANE_LONG");
+}
+
 /** How often a test repeats something: the quick suite a twentieth of what the long one does. */
 inline int timesIfLong(int quick)
 {
-    return qEnvironmentVariableIsSet("ZORVANE_LONG") ? 20 * quick : quick;
+    return isLong() ? 20 * quick : quick;
 }
 
 } // namespace zorvane::tests

@@ -130,6 +130,7 @@ void ExpectedFilter::retry(Write write)
     if (write.generation != m_generation)
         return;
     ++write.attempt;
+    ++retries;
     load({.kind = Call::Kind::WriteLoad, .error = {}, .rules = {}, .write = write, .saved = {}});
 }
 
@@ -161,17 +162,19 @@ void ExpectedFilter::happen(const ActivationError &failure)
 
 void ExpectedFilter::happen(const Call &call)
 {
+    if (call.kind != Call::Kind::RefreshLoad && call.write.generation != m_generation) {
+        ++staleAnswers;
+        return;
+    }
     switch (call.kind) {
     case Call::Kind::RefreshLoad:
         refreshed(call);
         return;
     case Call::Kind::WriteLoad:
-        if (call.write.generation == m_generation)
-            loadedForWrite(call);
+        loadedForWrite(call);
         return;
     case Call::Kind::Save:
-        if (call.write.generation == m_generation)
-            saved(call);
+        saved(call);
         return;
     }
 }
@@ -211,6 +214,8 @@ void ExpectedFilter::loadedForWrite(const Call &call)
 void ExpectedFilter::saved(const Call &call)
 {
     constexpr int mostRetries = 3;
+    if (call.error && call.error->isPermission && call.write.attempt == mostRetries)
+        ++lastRetriesFailed;
     if (!call.error)
         refreshStatus(std::nullopt);
     else if (call.error->isPermission && call.write.attempt < mostRetries)

@@ -77,6 +77,11 @@ public:
     bool hasRequest = false;
     Configuration copy;
 
+    // How often the rarer rules were needed.
+    int retries = 0;
+    int lastRetriesFailed = 0;
+    int staleAnswers = 0;
+
 private:
     struct Write {
         int generation = 0;

@@ -4,8 +4,7 @@
 #include "model/expected_filter.h"
 #include "model/filter_actions.h"
 #include "model/handed_rules.h"
-
-#include <QMetaEnum>
+#include "model/seen_filter.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,13 +16,9 @@ namespace
 
 using namespace filter_actions;
 using platform::ActivationResult;
+using Status = filter::FilterStatus::Kind;
 
-QString described(const filter::FilterStatus &status)
-{
-    return QString::fromLatin1(
-               QMetaEnum::fromType<filter::FilterStatus::Kind>().valueToKey(int(status.kind())))
-        + u'(' + status.message() + u')';
-}
+constexpr std::chrono::milliseconds retryDelay(1500);
 
 class FilterModel final : public Model
 {
@@ -33,7 +28,14 @@ public:
         m_real.manager.holdAnswers = true;
         m_expected.extension = u"dev.kestrelworks.Zorvane.FilterExtension"_s;
         QObject::connect(m_real.controller.get(), &filter::FilterController::statusChanged,
-            m_real.controller.get(), [this] { ++m_announcements; });
+            m_real.controller.get(), [this] {
+                ++m_announcements;
+                ++m_statuses[nameOf(m_real.controller->status())];
+            });
+        for (const auto kind : {Status::Inactive, Status::InstallationRequired, Status::Activating,
+                 Status::AwaitingApproval, Status::Enabled})
+            m_statuses[nameOf(kind)] = 0;
+        m_statuses[nameOf(filter::FilterStatus::failed({}))] = 0;
     }
     /** The controller may be held by a retry, which goes while its services are still there. */
     ~FilterModel() override { m_real.scheduler.shutDown(); }
@@ -52,7 +54,7 @@ public:
         m_expected.saveErrors.clear();
         m_real.manager.loadErrors.clear();
         m_real.manager.saveErrors.clear();
-        comeToRest();
+        perform({Rest, 1});
         perform({Move, 1});
         perform({RequestActivation, 5});
         perform({FinishActivation, 0});
@@ -62,10 +64,19 @@ public:
         const auto rules = handedRules(5).kept;
         if (m_real.storedKeys() != rules.keys || m_real.storedPaths() != rules.paths)
             return u"the newest rules are not the stored ones"_s;
-        if (m_real.controller->status() != filter::FilterStatus::Kind::Enabled)
+        if (m_real.controller->status() != Status::Enabled)
             return u"not enabled after a good activation: "_s
                 + described(m_real.controller->status());
         return {};
+    }
+
+    Counts happened() const override
+    {
+        Counts result = m_statuses;
+        result[u"retry"_s] = m_expected.retries;
+        result[u"last retry failed"_s] = m_expected.lastRetriesFailed;
+        result[u"stale answer"_s] = m_expected.staleAnswers;
+        return result;
     }
 
 private:
@@ -73,7 +84,7 @@ private:
     {
         if (step.action <= Disable)
             ask(step);
-        else if (step.action <= FailSave)
+        else if (step.action <= FailSavesForWantOfPermission)
             answer(step);
         else if (step.action <= FailActivation)
             activate(step);
@@ -135,12 +146,21 @@ private:
             m_expected.loadErrors.push_back(error);
             break;
         case FailSave:
-            m_real.manager.saveErrors.emplace_back(error.error);
-            m_expected.saveErrors.push_back(error);
+            failSave(error);
+            break;
+        case FailSavesForWantOfPermission:
+            for (int i = 0; i < 4; ++i)
+                failSave(knownErrors.front());
             break;
         default:
             break;
         }
+    }
+
+    void failSave(const KnownError &error)
+    {
+        m_real.manager.saveErrors.emplace_back(error.error);
+        m_expected.saveErrors.push_back(error);
     }
 
     void letGo(int number)
@@ -182,12 +202,16 @@ private:
     {
         const bool odd = step.number % 2 != 0;
         switch (step.action) {
-        case Pass: {
-            const std::chrono::milliseconds duration(step.number % 2000);
-            m_real.scheduler.advance(duration, [] {});
-            m_expected.pass(duration);
+        case Pass:
+            pass(step.number % 4 == 0 ? retryDelay : std::chrono::milliseconds(step.number % 2000));
             break;
-        }
+        case Rest:
+            comeToRest();
+            for (int i = 0; i < step.number % 5; ++i) {
+                pass(retryDelay);
+                comeToRest();
+            }
+            break;
         case SetClock:
             m_real.scheduler.setNow(m_real.scheduler.now().addDays(step.number % 800 - 400));
             break;
@@ -211,20 +235,25 @@ private:
         }
     }
 
+    void pass(std::chrono::milliseconds duration)
+    {
+        m_real.scheduler.advance(duration, [] {});
+        m_expected.pass(duration);
+    }
+
     void comeToRest()
     {
         while (m_expected.waiting() + m_expected.posted() > 0 && broken().isEmpty()) {
             letGo(0);
             answer({RunPosted, 0});
         }
-        change({Pass, 1999});
     }
 
     [[nodiscard]] QString broken() const
     {
         const auto &manager = m_real.manager;
-        if (m_real.extensions.outstanding > 1)
-            return u"more than one request is outstanding"_s;
+        if (m_real.extensions.overlapping)
+            return u"activation was requested again while a request was outstanding"_s;
         if (m_real.extensions.isOutstanding() != m_expected.hasRequest
             || m_real.extensions.submitted.size() != m_expected.submissions)
             return u"a request too many, or too few"_s;
@@ -241,32 +270,18 @@ private:
                 .arg(m_expected.saves);
         if (m_real.scheduler.postedJobs() != m_expected.posted())
             return u"an answer did not cross to the main thread once"_s;
-        if (stored() != m_expected.stored)
+        if (storedConfiguration(m_real) != m_expected.stored)
             return u"other rules are stored than the newest that were saved"_s;
         if (manager.isEnabled() != m_expected.copy.enabled)
             return u"the copy is switched otherwise"_s;
         return m_refusedReplacement ? u"an installed extension was not replaced"_s : QString();
     }
 
-    [[nodiscard]] ExpectedFilter::Configuration stored() const
-    {
-        const auto &configuration = m_real.manager.stored;
-        ExpectedFilter::Configuration result;
-        result.enabled = configuration.enabled;
-        if (!configuration.provider)
-            return result;
-        result.written = configuration.localizedDescription == u"Zorvane"_s
-            && configuration.provider->filterSockets
-            && m_real.vendorList(u"blockedSigningIdentifiers"_s).isEmpty();
-        result.rules = {m_real.storedKeys(), m_real.storedPaths()};
-        result.extension = configuration.provider->filterDataProviderBundleIdentifier;
-        return result;
-    }
-
     ControllerFixture m_real;
     ExpectedFilter m_expected;
     QList<std::function<void()>> m_answered;
     int m_announcements = 0;
+    Counts m_statuses;
     bool m_refusedReplacement = false;
 };
 

@@ -17,14 +17,17 @@ ListChanges::ListChanges(const QList<BlockedApplication> &stored)
 {
 }
 
-void ListChanges::changed(const QList<BlockedApplication> &list)
+QString ListChanges::changed(const QList<BlockedApplication> &list)
 {
-    if (!m_isLoaded)
+    QString event = u"load"_s;
+    if (!m_isLoaded) {
         taken(list);
-    else if (list.size() > m_shown.size())
+    } else if (list.size() > m_shown.size()) {
+        event = u"addition"_s;
         grown(list);
-    else
-        renewed(list);
+    } else {
+        event = renewed(list);
+    }
     QSet<QString> identifiers;
     QSet<QUuid> ids;
     for (const BlockedApplication &application : list) {
@@ -34,6 +37,7 @@ void ListChanges::changed(const QList<BlockedApplication> &list)
     if (identifiers.size() != list.size() || ids.size() != list.size())
         m_broken = u"something is listed twice"_s;
     m_shown = list;
+    return event;
 }
 
 void ListChanges::taken(const QList<BlockedApplication> &list)
@@ -60,19 +64,25 @@ void ListChanges::grown(const QList<BlockedApplication> &list)
 }
 
 /** Records may go, and may be replaced by newer ones of the same application; their order stays. */
-void ListChanges::renewed(const QList<BlockedApplication> &list)
+QString ListChanges::renewed(const QList<BlockedApplication> &list)
 {
+    QString event = list.size() < m_shown.size() ? u"removal"_s : u"no change"_s;
     auto old = m_shown.cbegin();
     for (const BlockedApplication &application : list) {
         old = std::ranges::find(old, m_shown.cend(), application.id, &BlockedApplication::id);
         if (old == m_shown.cend() || old->signingIdentifier != application.signingIdentifier) {
             m_broken = u"the list's order changed, or a record became another's"_s;
-            return;
+            return event;
         }
+        if (old->inspectionVersion != application.inspectionVersion)
+            event = u"re-inspection"_s;
+        else if (*old != application)
+            event = u"merge"_s;
         ++old;
     }
     if (list.size() < m_shown.size() - 1)
         m_broken = u"more than one record went at a time"_s;
+    return event;
 }
 
 } // namespace zorvane::tests

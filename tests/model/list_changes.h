@@ -14,8 +14,8 @@ class ListChanges
 public:
     explicit ListChanges(const QList<records::BlockedApplication> &stored = {});
 
-    /** The list is another now. */
-    void changed(const QList<records::BlockedApplication> &list);
+    /** The list is another now. Returns the name of what happened to it. */
+    QString changed(const QList<records::BlockedApplication> &list);
 
     [[nodiscard]] const QList<records::BlockedApplication> &shown() const { return m_shown; }
     /** What was wrong with a change; empty if nothing was. */
@@ -24,7 +24,7 @@ public:
 private:
     void taken(const QList<records::BlockedApplication> &list);
     void grown(const QList<records::BlockedApplication> &list);
-    void renewed(const QList<records::BlockedApplication> &list);
+    QString renewed(const QList<records::BlockedApplication> &list);
 
     QList<records::BlockedApplication> m_stored;
     QList<records::BlockedApplication> m_shown;

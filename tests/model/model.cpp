@@ -23,7 +23,7 @@ int anyAction(const ModelKind &kind, QRandomGenerator &random)
     int position = 0;
     while (left >= kind.actions.at(position).weight)
         left -= kind.actions.at(position++).weight;
-    return position;
+    return kind.actions.at(position).kind;
 }
 
 } // namespace
@@ -40,16 +40,15 @@ QList<Step> script(const ModelKind &kind, quint32 seed, qsizetype count)
     return steps;
 }
 
-std::optional<Failure> run(const ModelKind &kind, quint32 seed, const QList<Step> &steps)
+Outcome run(const ModelKind &kind, quint32 seed, const QList<Step> &steps)
 {
     const auto model = kind.make(seed);
-    for (qsizetype i = 0; i < steps.size(); ++i) {
-        if (const QString broken = model->perform(steps.at(i)); !broken.isEmpty())
-            return Failure{i, broken};
-    }
-    if (const QString broken = model->finish(); !broken.isEmpty())
-        return Failure{steps.size(), broken};
-    return std::nullopt;
+    QString broken;
+    for (auto step = steps.begin(); step != steps.end() && broken.isEmpty(); ++step)
+        broken = model->perform(*step);
+    if (broken.isEmpty())
+        broken = model->finish();
+    return {broken, model->happened()};
 }
 
 QList<Step> shrunk(const ModelKind &kind, quint32 seed, const QList<Step> &steps)
@@ -61,7 +60,7 @@ QList<Step> shrunk(const ModelKind &kind, quint32 seed, const QList<Step> &steps
         for (qsizetype at = 0; at < left.size();) {
             QList<Step> fewer = left;
             fewer.remove(at, std::min(chunk, left.size() - at));
-            if (run(kind, seed, fewer)) {
+            if (!run(kind, seed, fewer).broken.isEmpty()) {
                 left = std::move(fewer);
                 removed = true;
             } else {
@@ -77,8 +76,10 @@ QList<Step> shrunk(const ModelKind &kind, quint32 seed, const QList<Step> &steps
 QString text(const ModelKind &kind, const QList<Step> &steps)
 {
     QStringList lines;
-    for (const Step &step : steps)
-        lines.append(u"%1 %2"_s.arg(kind.actions.at(step.action).name).arg(step.number));
+    for (const Step &step : steps) {
+        const auto action = std::ranges::find(kind.actions, step.action, &Action::kind);
+        lines.append(u"%1 %2"_s.arg(action->name).arg(step.number));
+    }
     return lines.join(u'\n');
 }
 

@@ -2,8 +2,8 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <QList>
+#include <QMap>
 #include <QString>
 
 namespace zorvane::tests
@@ -13,15 +13,18 @@ namespace zorvane::tests
 struct Step {
     int action = 0;
     int number = 0;
-
-    friend bool operator==(const Step &, const Step &) = default;
 };
 
 /** An action that a model knows, and how often it is to happen beside the others. */
 struct Action {
+    /** What its steps carry. */
+    int kind = 0;
     QString name;
     int weight = 1;
 };
+
+/** Events by name, and how often each happened. */
+using Counts = QMap<QString, int>;
 
 /** A small world that random steps happen to. Every step has a meaning in every state, so that a
  * script of steps stays one when some are left out. */
@@ -34,6 +37,8 @@ public:
     [[nodiscard]] virtual QString perform(const Step &step) = 0;
     /** After the last step: lets everything come to rest, and returns the same. */
     [[nodiscard]] virtual QString finish() = 0;
+    /** What a run of many steps should have led to, and how often it did. */
+    [[nodiscard]] virtual Counts happened() const = 0;
 };
 
 /** A kind of model. Its runs differ by their seed, in how the world is at first and in the steps.
@@ -43,19 +48,18 @@ struct ModelKind {
     std::function<std::unique_ptr<Model>(quint32 seed)> make;
 };
 
-/** What a run came to grief on. */
-struct Failure {
-    /** Of the step after which the invariant was broken; the number of steps for the end. */
-    qsizetype position = 0;
-    QString invariant;
+/** How a run went. */
+struct Outcome {
+    /** The invariant that it came to grief on; empty if all went well. */
+    QString broken;
+    Counts happened;
 };
 
 /** @p count steps as the seed has them. */
 [[nodiscard]] QList<Step> script(const ModelKind &kind, quint32 seed, qsizetype count);
 
-/** Does the steps in a world of their own; nothing if all went well. */
-[[nodiscard]] std::optional<Failure> run(
-    const ModelKind &kind, quint32 seed, const QList<Step> &steps);
+/** Does the steps in a world of their own. */
+[[nodiscard]] Outcome run(const ModelKind &kind, quint32 seed, const QList<Step> &steps);
 
 /** A script that still fails and of which no step can be left out. */
 [[nodiscard]] QList<Step> shrunk(const ModelKind &kind, quint32 seed, const QList<Step> &steps);

@@ -94,4 +94,12 @@ inline QByteArray modelledObservations(int number, const QDateTime &now)
     return inspection::encodedProcesses(processes);
 }
 
+/** Lets the filter see them. */
+inline void observe(FakePlatform &system, int number)
+{
+    system.suites.domains[QStringLiteral("group.dev.kestrelworks.Zorvane")].insert(
+        QStringLiteral("discoveredNetworkProcesses.v2"),
+        modelledObservations(number, system.scheduler.now()));
+}
+
 } // namespace zorvane::tests

@@ -6,20 +6,6 @@
 namespace zorvane::tests::store_actions
 {
 
-/** Their names and weights, in the order of the enumeration below. */
-inline const QList<Action> actions{{QStringLiteral("drop"), 7}, {QStringLiteral("remove"), 2},
-    {QStringLiteral("remove what is not listed"), 1}, {QStringLiteral("inspect stale records"), 1},
-    {QStringLiteral("switch protection"), 3}, {QStringLiteral("refresh protection"), 2},
-    {QStringLiteral("explain and dismiss"), 1}, {QStringLiteral("check for updates"), 1},
-    {QStringLiteral("answer"), 16}, {QStringLiteral("repeat an answer"), 2},
-    {QStringLiteral("fail the next load"), 2}, {QStringLiteral("fail the next save"), 3},
-    {QStringLiteral("need approval"), 2}, {QStringLiteral("finish activation"), 3},
-    {QStringLiteral("fail activation"), 2}, {QStringLiteral("run in the background"), 24},
-    {QStringLiteral("run on the main thread"), 24}, {QStringLiteral("let time pass"), 8},
-    {QStringLiteral("set the clock"), 1}, {QStringLiteral("observe"), 7},
-    {QStringLiteral("change a bundle"), 3}, {QStringLiteral("move the program"), 1},
-    {QStringLiteral("switch the filter elsewhere"), 1}, {QStringLiteral("start again"), 1}};
-
 enum Kind {
     Drop,
     Remove,
@@ -45,6 +31,34 @@ enum Kind {
     Move,
     SwitchElsewhere,
     StartAgain,
+};
+
+/** Their names and weights. */
+inline const QList<Action> actions{
+    {Drop, QStringLiteral("drop"), 7},
+    {Remove, QStringLiteral("remove"), 2},
+    {RemoveUnlisted, QStringLiteral("remove what is not listed"), 1},
+    {Reinspect, QStringLiteral("inspect stale records"), 1},
+    {Switch, QStringLiteral("switch protection"), 3},
+    {RefreshProtection, QStringLiteral("refresh protection"), 2},
+    {Explain, QStringLiteral("explain and dismiss"), 1},
+    {CheckForUpdates, QStringLiteral("check for updates"), 1},
+    {Answer, QStringLiteral("answer"), 16},
+    {Repeat, QStringLiteral("repeat an answer"), 2},
+    {FailLoad, QStringLiteral("fail the next load"), 2},
+    {FailSave, QStringLiteral("fail the next save"), 3},
+    {NeedApproval, QStringLiteral("need approval"), 2},
+    {FinishActivation, QStringLiteral("finish activation"), 3},
+    {FailActivation, QStringLiteral("fail activation"), 2},
+    {RunBackground, QStringLiteral("run in the background"), 24},
+    {RunPosted, QStringLiteral("run on the main thread"), 24},
+    {Pass, QStringLiteral("let time pass"), 8},
+    {SetClock, QStringLiteral("set the clock"), 1},
+    {Observe, QStringLiteral("observe"), 7},
+    {ChangeBundle, QStringLiteral("change a bundle"), 3},
+    {Move, QStringLiteral("move the program"), 1},
+    {SwitchElsewhere, QStringLiteral("switch the filter elsewhere"), 1},
+    {StartAgain, QStringLiteral("start again"), 1},
 };
 
 } // namespace zorvane::tests::store_actions

@@ -69,6 +69,8 @@ public:
         return broken();
     }
 
+    Counts happened() const override { return m_happened; }
+
 private:
     void start()
     {
@@ -80,7 +82,7 @@ private:
         m_changes = ListChanges(m_fixture.storedList());
         m_store = std::make_unique<app::AppBlockStore>(m_fixture.system.ports);
         QObject::connect(m_store.get(), &app::AppBlockStore::applicationsChanged, m_store.get(),
-            [this] { m_changes.changed(m_store->applications()); });
+            [this] { ++m_happened[m_changes.changed(m_store->applications())]; });
         QObject::connect(m_store->filterController(), &filter::FilterController::statusChanged,
             m_store.get(), [this] { statusChanged(); });
     }
@@ -184,7 +186,7 @@ private:
             system.scheduler.setNow(system.scheduler.now().addDays(step.number % 800 - 400));
             break;
         case Observe:
-            observe(step.number);
+            observe(system, step.number);
             break;
         case ChangeBundle:
             changeBundle(system, step.number);
@@ -203,14 +205,6 @@ private:
         default:
             break;
         }
-    }
-
-    void observe(int number)
-    {
-        auto &system = m_fixture.system;
-        system.suites.domains[u"group.dev.kestrelworks.Zorvane"_s].insert(
-            u"discoveredNetworkProcesses.v2"_s,
-            modelledObservations(number, system.scheduler.now()));
     }
 
     void comeToRest()
@@ -242,8 +236,8 @@ private:
     [[nodiscard]] QString broken() const
     {
         const auto &system = m_fixture.system;
-        if (system.systemExtensions.outstanding > 1)
-            return u"more than one request is outstanding"_s;
+        if (system.systemExtensions.overlapping)
+            return u"activation was requested again while a request was outstanding"_s;
         if (!m_wrongStatus.isEmpty())
             return m_wrongStatus;
         if (!m_changes.broken().isEmpty())
@@ -287,6 +281,8 @@ private:
     ListChanges m_changes;
     std::function<void()> m_answered;
     QString m_wrongStatus;
+    Counts m_happened{{u"load"_s, 0}, {u"addition"_s, 0}, {u"removal"_s, 0},
+        {u"re-inspection"_s, 0}, {u"merge"_s, 0}};
 };
 
 } // namespace

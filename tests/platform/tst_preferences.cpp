@@ -197,6 +197,28 @@ private Q_SLOTS:
         QCOMPARE(stored(), (QVariantMap{{u"k"_s, true}}));
     }
 
+    void ofWhatIsTooLargeTogetherOnlyTheLargestIsGivenUp()
+    {
+        QVERIFY(QDir().mkdir(m_folder->filePath(fileName)));
+        const auto preferences = open();
+        const QRegularExpression report(u"cannot be written: it is not a regular file"_s);
+        for (int i = 0; i < 4; ++i)
+            QTest::ignoreMessage(QtCriticalMsg, report);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"cannot be read"_s));
+        // What could not be written waits for the next write: all three are in one then.
+        preferences->setBoolean(u"a"_s, true);
+        preferences->setData(u"large"_s, QByteArray(propertyListSizeLimit + 1, 'x'));
+        preferences->setBoolean(u"z"_s, true);
+        preferences->synchronize();
+        QVERIFY(QDir().rmdir(m_folder->filePath(fileName)));
+        QTest::ignoreMessage(QtCriticalMsg,
+            QRegularExpression(u"the value of large is too large to be read again"_s));
+        preferences->setString(u"k"_s, u"later"_s);
+        preferences->synchronize();
+        QCOMPARE(stored(), (QVariantMap{{u"a"_s, true}, {u"k"_s, u"later"_s}, {u"z"_s, true}}));
+        QVERIFY(!preferences->contains(u"large"_s));
+    }
+
     void suitesOfOneNameSeeOneAnother()
     {
         FilePreferencesSuites suites(m_folder->system());
