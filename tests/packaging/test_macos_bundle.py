@@ -65,6 +65,10 @@ class Bundle(MadeBundles):
         change_list(self.agent, Label="another")
         self.assert_problem("Label is 'another'")
 
+    def test_an_agent_says_when_it_runs(self):
+        change_list(self.agent, StartInterval=None)
+        self.assert_problem("nothing says when it runs")
+
     def test_an_agent_starts_a_program_of_the_bundle(self):
         (self.contents / "MacOS/zorvane-update-agent").unlink()
         self.assert_problem("is no program in the bundle")

@@ -145,6 +145,15 @@ class Release(MadeBundles):
         self.assert_refused("The profile does not grant what Zorvane needs.")
         self.assertNotIn("codesign", self.calls.read_text())
 
+    def test_an_extension_entitled_for_development_only_is_refused(self):
+        self.embed_extension()
+        write(self.contents / "Library/SystemExtensions" / f"{IDENTIFIER}.FilterExtension"
+              ".systemextension/Contents/embedded.provisionprofile", b"")
+        done = self.package(filter="content-filter-provider")
+        self.assertNotEqual(done.returncode, 0)
+        self.assertIn("is not entitled to filter by content-filter-provider-systemextension",
+                      done.stderr)
+
     def test_an_extension_without_a_profile_of_its_own_is_refused(self):
         self.embed_extension()
         self.assert_refused("has no embedded.provisionprofile")

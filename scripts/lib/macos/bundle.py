@@ -153,6 +153,8 @@ def agent_problems(app, identifier):
             "Label": label, "AssociatedBundleIdentifiers": [identifier], "ProcessType": "Background"})
         if not label.startswith(identifier + "."):
             problems.append(f"{path}: its name has to begin with {identifier}.")
+        if not {"StartInterval", "StartCalendarInterval"} & agent.keys():
+            problems.append(f"{path}: nothing says when it runs")
         program = agent.get("BundleProgram")
         if not isinstance(program, str) or not is_program(app / program):
             problems.append(f"{path}: BundleProgram {program!r} is no program in the bundle")

@@ -38,6 +38,7 @@ options_for() {
 # Inside out, one piece at a time: what contains another is sealed over it.
 sign_code() {
     step "Sign"
+    do_step "The bundle cannot be written to." chmod -R u+w "$app"
     # A download's mark, on the profile for example, would go out with the bundle.
     do_step "The bundle's extended attributes could not be cleared." xattr -cr "$app"
     local code options order
@@ -78,6 +79,9 @@ verify_extension() {
     local entitled
     entitled=$(codesign --display --entitlements - --xml "$code" 2>/dev/null) ||
         fail "$code: its entitlements cannot be read."
-    [[ $entitled == *"<string>content-filter-provider"* ]] || fail "$code is not entitled to filter."
+    # A development build's filter has another entitlement than a release's.
+    local filter
+    filter=$(sed -n 's:.*<string>\(content-filter-provider[a-z-]*\)</string>.*:\1:p' "$entitlements")
+    [[ $entitled == *"<string>$filter</string>"* ]] || fail "$code is not entitled to filter by $filter."
     [[ $entitled == *"<string>group.$identifier</string>"* ]] || fail "$code is not in the group group.$identifier."
 }
