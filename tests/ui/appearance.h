@@ -18,7 +18,8 @@ public:
         QGuiApplication::setPalette(palette);
     }
     ~Appearance() { QGuiApplication::setPalette(m_before); }
-    Q_DISABLE_COPY_MOVE(Appearance)
+    Appearance(const Appearance &) = delete;
+    Appearance &operator=(const Appearance &) = delete;
 
     /** What the main window and the settings are filled with. */
     [[nodiscard]] static QColor window(bool dark) { return {dark ? 0xff28282a : 0xffececec}; }
