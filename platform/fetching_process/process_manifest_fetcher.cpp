@@ -130,8 +130,9 @@ void ProcessExchange::answer(const ManifestFetcher::Result &result)
 
 } // namespace
 
-ProcessManifestFetcher::ProcessManifestFetcher(QString program)
+ProcessManifestFetcher::ProcessManifestFetcher(QString program, std::chrono::milliseconds pause)
     : m_program(std::move(program))
+    , m_pause(pause)
 {
 }
 
@@ -140,7 +141,11 @@ ProcessManifestFetcher::~ProcessManifestFetcher() = default;
 void ProcessManifestFetcher::fetch(const ManifestRequest &request, Completion done)
 {
     auto *const exchange = new ProcessExchange(request, std::move(done), &m_exchanges);
-    exchange->begin(m_program);
+    const auto begin = [exchange, program = m_program] { exchange->begin(program); };
+    if (m_pause.hasExpired())
+        begin();
+    else
+        QTimer::singleShot(static_cast<int>(m_pause.remainingTime()), exchange, begin);
 }
 
 } // namespace zorvane::platform::fetching_process

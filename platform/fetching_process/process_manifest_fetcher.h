@@ -2,6 +2,8 @@
 
 #include "platform/manifest_fetcher.h"
 
+#include <chrono>
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QString>
 
@@ -24,8 +26,11 @@ public:
         NotEnded, ///< not even some time after the exchange should have
     };
 
-    /** @p program is a path, or a name that $PATH leads to. */
-    explicit ProcessManifestFetcher(QString program);
+    /**
+     * @p program is a path, or a name that $PATH leads to. None is started before @p pause has
+     * passed from now.
+     */
+    explicit ProcessManifestFetcher(QString program, std::chrono::milliseconds pause = {});
     /** Kills the programs that still run, and waits for their end. */
     ~ProcessManifestFetcher() override;
 
@@ -34,6 +39,7 @@ public:
 
 private:
     const QString m_program;
+    const QDeadlineTimer m_pause;
     /** The parent of all exchanges. */
     QObject m_exchanges;
 };

@@ -13,9 +13,10 @@ namespace zorvane::tests
 class ProcessFixture : public FetcherFixture
 {
 public:
-    void use(const QString &program)
+    void use(const QString &program, std::chrono::milliseconds pause = {})
     {
-        fetcher = std::make_unique<platform::fetching_process::ProcessManifestFetcher>(program);
+        fetcher
+            = std::make_unique<platform::fetching_process::ProcessManifestFetcher>(program, pause);
     }
 
     /** The error that a fetch ends in; an empty one if it does not. */

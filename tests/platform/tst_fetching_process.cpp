@@ -69,6 +69,15 @@ private Q_SLOTS:
         QVERIFY(!error.description.isEmpty());
     }
 
+    void noProgramIsStartedInTheMidstOfALaunch()
+    {
+        QElapsedTimer time;
+        time.start();
+        m_f.use(u"/nowhere/at/all"_s, 300ms);
+        QCOMPARE(m_f.error().code, ProcessManifestFetcher::NotStarted);
+        QVERIFY(time.elapsed() >= 250);
+    }
+
     void aProgramThatSaysMoreAndMoreIsEnded()
     {
         m_f.use(written("echo $$ >" + pidFile() + "\nprintf 'answer 200\\n'; exec cat /dev/zero"));
