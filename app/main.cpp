@@ -2,8 +2,10 @@
 #include "platform/background_runs.h"
 #include "platform/platform.h"
 #include "platform/single_instance.h"
+#include "ui/fonts.h"
 #include "ui/user_interface.h"
 
+#include <chrono>
 #include <QGuiApplication>
 
 using namespace Qt::StringLiterals;
@@ -12,9 +14,12 @@ using namespace zorvane;
 namespace
 {
 
+/** The time of a launch that belongs to the window. */
+constexpr std::chrono::milliseconds launchPause{500};
+
 int run(platform::SingleInstance &instance)
 {
-    platform::Platform platform = platform::makePlatform();
+    platform::Platform platform = platform::makePlatform(launchPause);
     // Before the window, so that the saved list is on its way while that is built.
     app::AppBlockStore store(platform);
     ui::UserInterface interface(store, platform);
@@ -34,6 +39,7 @@ int run(platform::SingleInstance &instance)
 
 int main(int argc, char *argv[])
 {
+    const auto fonts = ui::readFontsAhead();
     const QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(u"Zorvane"_s);
     QGuiApplication::setApplicationVersion(QStringLiteral(ZORVANE_VERSION));

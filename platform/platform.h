@@ -17,6 +17,7 @@
 #include "platform/system_extensions.h"
 #include "platform/user_notifications.h"
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 
@@ -58,8 +59,11 @@ struct Platform {
     std::filesystem::path setAsideFolder;
 };
 
-/** The ports of the system that this program was built for. Main thread, after the application
- * object. */
-[[nodiscard]] Platform makePlatform();
+/**
+ * The ports of the system that this program was built for. What nobody would see of them and the
+ * program would have to do or start itself comes after @p launchPause. Main thread, after the
+ * application object.
+ */
+[[nodiscard]] Platform makePlatform(std::chrono::milliseconds launchPause = {});
 
 } // namespace zorvane::platform

@@ -22,7 +22,7 @@ std::filesystem::path setAsideFolder()
 
 } // namespace
 
-Platform makePlatform()
+Platform makePlatform(std::chrono::milliseconds /*launchPause*/)
 {
     using namespace macos;
 

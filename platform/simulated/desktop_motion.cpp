@@ -4,6 +4,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QMap>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -35,9 +36,16 @@ bool isZero(const QVariant &factor)
 
 } // namespace
 
-DesktopMotion::DesktopMotion(const QDBusConnection &bus)
+DesktopMotion::DesktopMotion(std::shared_ptr<SessionBus> bus)
+    : m_bus(std::move(bus))
 {
-    QDBusConnection(bus).connect(service, object, interface, u"SettingChanged"_s, this,
+    m_bus->whenConnected(
+        m_lifetime.watch(), [this](const QDBusConnection &connection) { begin(connection); });
+}
+
+void DesktopMotion::begin(QDBusConnection bus)
+{
+    bus.connect(service, object, interface, u"SettingChanged"_s, this,
         SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(bus);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/motion_preference.h"
+#include "platform/simulated/session_bus.h"
 
-#include <QDBusConnection>
 #include <QDBusVariant>
 #include <QObject>
 #include <QVariantMap>
@@ -20,7 +20,7 @@ class DesktopMotion final : public QObject, public MotionPreference
     Q_OBJECT
 
 public:
-    explicit DesktopMotion(const QDBusConnection &bus);
+    explicit DesktopMotion(std::shared_ptr<SessionBus> bus);
 
     [[nodiscard]] bool isReduced() const override { return m_isReduced; }
     void watch(std::function<void()> changed) override { m_changed = std::move(changed); }
@@ -29,13 +29,16 @@ private Q_SLOTS:
     void settingChanged(const QString &area, const QString &key, const QDBusVariant &value);
 
 private:
+    void begin(QDBusConnection bus);
     void ask(const QDBusConnection &bus);
     void settle();
 
+    const std::shared_ptr<SessionBus> m_bus;
     /** By area, a slash and key. */
     QVariantMap m_settings;
     std::function<void()> m_changed;
     bool m_isReduced = false;
+    Lifetime m_lifetime;
 };
 
 } // namespace zorvane::platform::simulated

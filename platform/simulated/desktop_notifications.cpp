@@ -20,14 +20,28 @@ const char tokenVariable[] = "XDG_ACTIVATION_TOKEN";
 
 } // namespace
 
-DesktopNotifications::DesktopNotifications(
-    const QDBusConnection &bus, std::filesystem::path file, Scheduler &scheduler)
+DesktopNotifications::DesktopNotifications(std::shared_ptr<SessionBus> bus,
+    std::filesystem::path file, Scheduler &scheduler, std::chrono::milliseconds pause)
     : m_scheduler(scheduler)
-    , m_service(bus)
+    , m_bus(std::move(bus))
     , m_posted(std::move(file))
 {
+    m_scheduler.after(
+        pause, onMainThread(m_scheduler, m_lifetime.watch(), [this] { connectToDesktop(); }));
+}
+
+void DesktopNotifications::connectToDesktop()
+{
+    if (!std::exchange(m_isConnecting, true))
+        m_bus->whenConnected(
+            m_lifetime.watch(), [this](const QDBusConnection &connection) { begin(connection); });
+}
+
+void DesktopNotifications::begin(const QDBusConnection &bus)
+{
+    m_service = std::make_unique<NotificationService>(bus);
     const auto listen = [this](auto signal, auto receive) {
-        QObject::connect(&m_service, signal, &m_service, receive);
+        QObject::connect(m_service.get(), signal, m_service.get(), receive);
     };
     listen(&NotificationService::ActionInvoked,
         [this](uint number, const QString &key) { actionInvoked(number, key); });
@@ -36,6 +50,19 @@ DesktopNotifications::DesktopNotifications(
         m_activationToken = {number, token};
     });
     listen(&NotificationService::changed, [this] { serviceChanged(); });
+    for (const auto &use : std::exchange(m_waiting, {}))
+        use(*m_service);
+    endIfNotNeeded();
+}
+
+void DesktopNotifications::withService(std::function<void(NotificationService &)> use)
+{
+    if (m_service) {
+        use(*m_service);
+        return;
+    }
+    m_waiting.append(std::move(use));
+    connectToDesktop();
 }
 
 DesktopNotifications::~DesktopNotifications() = default;
@@ -52,9 +79,11 @@ void DesktopNotifications::setCategories(const QList<NotificationCategory> &cate
 
 void DesktopNotifications::authorization(std::function<void(NotificationAuthorization)> done)
 {
-    m_service.capabilities([done = std::move(done)](const auto &capabilities) {
-        done(capabilities ? NotificationAuthorization::Authorized
-                          : NotificationAuthorization::Denied);
+    withService([done = std::move(done)](NotificationService &service) {
+        service.capabilities([done](const auto &capabilities) {
+            done(capabilities ? NotificationAuthorization::Authorized
+                              : NotificationAuthorization::Denied);
+        });
     });
 }
 
@@ -87,17 +116,23 @@ void DesktopNotifications::removePending(const QStringList &identifiers)
 
 void DesktopNotifications::removeDelivered(const QStringList &identifiers)
 {
-    for (const QString &identifier : identifiers) {
-        // The file may be lost; what this program has posted itself is taken back all the same.
-        const auto ownOne = own(identifier);
-        const auto notification = ownOne ? ownOne : m_posted.byIdentifier(identifier);
-        if (!notification || (!m_posted.take(*notification) && !ownOne))
-            continue;
-        if (notification->by == m_service.identity())
-            m_service.close(notification->number);
-        m_own.remove(notification->number);
-    }
-    endIfNotNeeded();
+    withService([this, identifiers](auto &) {
+        for (const QString &identifier : identifiers)
+            takeBack(identifier);
+        endIfNotNeeded();
+    });
+}
+
+void DesktopNotifications::takeBack(const QString &identifier)
+{
+    // The file may be lost; what this program has posted itself is taken back all the same.
+    const auto ownOne = own(identifier);
+    const auto notification = ownOne ? ownOne : m_posted.byIdentifier(identifier);
+    if (!notification || (!m_posted.take(*notification) && !ownOne))
+        return;
+    if (notification->by == m_service->identity())
+        m_service->close(notification->number);
+    m_own.remove(notification->number);
 }
 
 void DesktopNotifications::whenNotNeeded(std::function<void()> done)
@@ -108,7 +143,8 @@ void DesktopNotifications::whenNotNeeded(std::function<void()> done)
 
 void DesktopNotifications::endIfNotNeeded()
 {
-    if (m_notNeeded && m_pending.isEmpty() && m_own.isEmpty() && m_responsesUnderWay == 0)
+    if (m_notNeeded && m_waiting.isEmpty() && m_pending.isEmpty() && m_own.isEmpty()
+        && m_responsesUnderWay == 0)
         std::exchange(m_notNeeded, nullptr)();
 }
 
@@ -124,8 +160,10 @@ void DesktopNotifications::show(const QString &identifier, quint64 generation)
 {
     if (pending(identifier, generation) == nullptr)
         return;
-    m_service.capabilities([this, identifier, generation](const auto &capabilities) {
-        notify(identifier, generation, capabilities.value_or(QStringList()));
+    withService([this, identifier, generation](NotificationService &service) {
+        service.capabilities([this, identifier, generation](const auto &capabilities) {
+            notify(identifier, generation, capabilities.value_or(QStringList()));
+        });
     });
 }
 
@@ -137,7 +175,7 @@ void DesktopNotifications::notify(
         return;
     const DesktopNotification notification = rendered(*request, serviceCapabilities);
     const bool canBeAnswered = !notification.actions.isEmpty();
-    m_service.notify(
+    m_service->notify(
         notification, [this, identifier, generation, canBeAnswered](const auto &result) {
             shown(identifier, generation, result, canBeAnswered);
         });
@@ -150,12 +188,12 @@ void DesktopNotifications::shown(const QString &identifier, quint64 generation,
     if (!shown) {
         qCWarning(simulatedSystem) << "The desktop did not show the notification" << identifier;
     } else if (request == nullptr) {
-        m_service.close(shown->number); // removed just now
+        m_service->close(shown->number); // removed just now
     } else {
         const PostedNotification notification{identifier, shown->number, shown->by,
-            m_service.ownName(), request->categoryIdentifier, request->userInfo};
+            m_service->ownName(), request->categoryIdentifier, request->userInfo};
         // A service that gave up its place while it answered tells of no click any more.
-        if (canBeAnswered && notification.by == m_service.identity())
+        if (canBeAnswered && notification.by == m_service->identity())
             m_own.insert(notification.number, notification);
         m_posted.keep(notification);
     }
@@ -193,16 +231,16 @@ DesktopNotification DesktopNotifications::rendered(
 uint DesktopNotifications::numberToReplace(const QString &identifier) const
 {
     const auto earlier = m_posted.byIdentifier(identifier);
-    return earlier && earlier->by == m_service.identity() ? earlier->number : 0;
+    return earlier && earlier->by == m_service->identity() ? earlier->number : 0;
 }
 
 std::optional<PostedNotification> DesktopNotifications::ours(uint number) const
 {
-    const NotificationServiceIdentity service = m_service.identity();
+    const NotificationServiceIdentity service = m_service->identity();
     if (const auto own = m_own.constFind(number); own != m_own.cend() && own->by == service)
         return *own;
     auto notification = m_posted.byNumber(number, service);
-    if (notification && m_service.isPresent(notification->poster))
+    if (notification && m_service->isPresent(notification->poster))
         return std::nullopt;
     return notification;
 }
@@ -224,7 +262,7 @@ void DesktopNotifications::actionInvoked(uint number, const QString &key)
 
 void DesktopNotifications::respond(const PostedNotification &notification, const QString &key)
 {
-    m_service.close(notification.number); // some services would leave it on the screen
+    m_service->close(notification.number); // some services would leave it on the screen
     if (m_activationToken.first == notification.number && !m_activationToken.second.isEmpty())
         qputenv(tokenVariable, std::exchange(m_activationToken.second, {}).toUtf8());
     const auto delegate = m_delegate.lock();

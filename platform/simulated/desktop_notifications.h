@@ -1,10 +1,11 @@
 #pragma once
 
-#include "platform/main_thread.h"
 #include "platform/simulated/notification_service.h"
 #include "platform/simulated/posted_notifications.h"
+#include "platform/simulated/session_bus.h"
 #include "platform/user_notifications.h"
 
+#include <chrono>
 #include <filesystem>
 #include <QHash>
 
@@ -22,9 +23,12 @@ namespace zorvane::platform::simulated
 class DesktopNotifications final : public UserNotifications
 {
 public:
-    /** @p file is "notifications.json". The scheduler outlives this. */
-    DesktopNotifications(
-        const QDBusConnection &bus, std::filesystem::path file, Scheduler &scheduler);
+    /**
+     * @p file is "notifications.json". Nothing is asked of the desktop before @p pause has passed,
+     * unless it is needed to answer. The scheduler outlives this.
+     */
+    DesktopNotifications(std::shared_ptr<SessionBus> bus, std::filesystem::path file,
+        Scheduler &scheduler, std::chrono::milliseconds pause = {});
     ~DesktopNotifications() override;
 
     void setDelegate(std::weak_ptr<NotificationDelegate> delegate) override;
@@ -48,9 +52,15 @@ private:
         quint64 generation = 0;
     };
 
+    void connectToDesktop();
+    void begin(const QDBusConnection &bus);
+    /** Calls @p use, now or as soon as the program is connected to the desktop. */
+    void withService(std::function<void(NotificationService &)> use);
+
     /** The request of that generation, if it is still wanted. */
     [[nodiscard]] const NotificationRequest *pending(
         const QString &identifier, quint64 generation) const;
+    void takeBack(const QString &identifier);
     void show(const QString &identifier, quint64 generation);
     void notify(
         const QString &identifier, quint64 generation, const QStringList &serviceCapabilities);
@@ -71,7 +81,12 @@ private:
     void endIfNotNeeded();
 
     Scheduler &m_scheduler;
-    NotificationService m_service;
+    const std::shared_ptr<SessionBus> m_bus;
+    /** Null until the program is connected to the desktop. */
+    std::unique_ptr<NotificationService> m_service;
+    bool m_isConnecting = false;
+    /** What is to be done then. */
+    QList<std::function<void(NotificationService &)>> m_waiting;
     PostedNotifications m_posted;
     std::weak_ptr<NotificationDelegate> m_delegate;
     QList<NotificationCategory> m_categories;

@@ -10,6 +10,7 @@
 #include "platform/simulated/preferences.h"
 #include "platform/simulated/product_program.h"
 #include "platform/simulated/report.h"
+#include "platform/simulated/session_bus.h"
 #include "platform/simulated/simulated_system.h"
 #include "platform/simulated/system_actions.h"
 #include "platform/simulated/system_extensions.h"
@@ -20,7 +21,7 @@ namespace zorvane::platform
 
 using namespace Qt::StringLiterals;
 
-Platform makePlatform()
+Platform makePlatform(std::chrono::milliseconds launchPause)
 {
     using namespace simulated;
 
@@ -43,11 +44,12 @@ Platform makePlatform()
         = std::make_unique<SimulatedSystemExtensions>(system, *platform.scheduler);
     platform.actions = std::make_unique<DesktopActions>();
     platform.fileAccess = std::make_unique<OpenFileAccess>();
-    platform.motion = std::make_unique<DesktopMotion>(QDBusConnection::sessionBus());
+    const auto bus = std::make_shared<SessionBus>(*platform.scheduler);
+    platform.motion = std::make_unique<DesktopMotion>(bus);
     platform.manifestFetcher = std::make_unique<fetching_process::ProcessManifestFetcher>(
-        productProgram(u"zorvane-fetch-manifest"_s));
+        productProgram(u"zorvane-fetch-manifest"_s), launchPause);
     platform.notifications = std::make_unique<DesktopNotifications>(
-        QDBusConnection::sessionBus(), system->notificationsFile(), *platform.scheduler);
+        bus, system->notificationsFile(), *platform.scheduler, launchPause);
     platform.setAsideFolder = SimulatedSystem::setAsideFolder();
     qCInfo(simulatedSystem).noquote()
         << "Running on the simulated system in" << textOf(system->folder())

@@ -40,8 +40,11 @@ struct NotifyingProgram {
     NotifyingProgram(const PrivateBus &bus, const StateFolder &folder)
         : member(bus)
         , notifications(std::make_unique<platform::simulated::DesktopNotifications>(
-              member.connection(), folder.path() / notificationsFile.toStdString(), scheduler))
+              std::make_shared<platform::simulated::SessionBus>(
+                  scheduler, [this] { return member.connection(); }),
+              folder.path() / notificationsFile.toStdString(), scheduler, pause))
     {
+        pass(pause);
         notifications->setDelegate(listener);
         notifications->setCategories({{QStringLiteral("ZORVANE_UPDATE"),
             {{QStringLiteral("DOWNLOAD_UPDATE"), QStringLiteral("Download Update"), true}}}});
@@ -53,11 +56,14 @@ struct NotifyingProgram {
     }
 
     /** Lets time pass here, and everything be done that is due. */
-    void pass(std::chrono::seconds time)
+    void pass(std::chrono::milliseconds time)
     {
         scheduler.settle();
         scheduler.advance(time);
+        scheduler.settle();
     }
+
+    static constexpr std::chrono::milliseconds pause{500};
 
     BusMember member;
     FakeScheduler scheduler;

@@ -1,6 +1,8 @@
 #include "desktop_bus/private_bus.h"
 #include "platform/simulated/desktop_motion.h"
+#include "platform/standard_scheduler.h"
 
+#include <future>
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusVariant>
@@ -9,7 +11,10 @@
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
+using zorvane::platform::Lifetime;
+using zorvane::platform::StandardScheduler;
 using zorvane::platform::simulated::DesktopMotion;
+using zorvane::platform::simulated::SessionBus;
 
 using Areas = QMap<QString, QVariantMap>;
 Q_DECLARE_METATYPE(Areas)
@@ -60,6 +65,7 @@ public Q_SLOTS:
     }
 
 Q_SIGNALS:
+    // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): moc has other names
     void SettingChanged(const QString &area, const QString &key, const QDBusVariant &value);
 
 private:
@@ -108,7 +114,7 @@ private Q_SLOTS:
         Portal portal(m_bus);
         portal.settings[area][key] = value;
         const BusMember member(m_bus);
-        DesktopMotion motion(member.connection());
+        DesktopMotion motion(busOf(member));
         QVERIFY(!motion.isReduced());
         int changes = 0;
         motion.watch([&] { ++changes; });
@@ -122,7 +128,7 @@ private Q_SLOTS:
     {
         Portal portal(m_bus);
         const BusMember member(m_bus);
-        DesktopMotion motion(member.connection());
+        DesktopMotion motion(busOf(member));
         QList<bool> heard;
         motion.watch([&] { heard << motion.isReduced(); });
         QTRY_COMPARE(portal.reads, 1);
@@ -136,8 +142,15 @@ private Q_SLOTS:
     void withoutAPortalNothingIsReduced()
     {
         const BusMember member(m_bus);
-        DesktopMotion motion(member.connection());
-        const DesktopMotion withoutBus(QDBusConnection(u"none"_s));
+        const auto bus = busOf(member);
+        const DesktopMotion motion(bus);
+        const DesktopMotion withoutBus(
+            std::make_shared<SessionBus>(m_scheduler, [] { return QDBusConnection(u"none"_s); }));
+        // Connected after the first, so that the portal comes when that has asked.
+        const Lifetime listening;
+        bool connected = false;
+        bus->whenConnected(listening.watch(), [&](const auto &) { connected = true; });
+        QTRY_VERIFY(connected);
         Portal portal(m_bus);
         settle(portal, member);
         QVERIFY(!motion.isReduced());
@@ -145,9 +158,44 @@ private Q_SLOTS:
         QVERIFY(!withoutBus.isReduced());
     }
 
+    void nobodyWaitsForTheBus()
+    {
+        Portal portal(m_bus);
+        portal.settings[gnome][u"enable-animations"_s] = false;
+        const BusMember member(m_bus);
+        std::promise<void> started;
+        const auto bus = std::make_shared<SessionBus>(m_scheduler, [&] {
+            started.get_future().wait();
+            return member.connection();
+        });
+        const DesktopMotion motion(bus);
+        QVERIFY(!motion.isReduced());
+        started.set_value();
+        QTRY_VERIFY(motion.isReduced());
+    }
+
+    void aBusThatComesTooLateFindsNobody()
+    {
+        const BusMember member(m_bus);
+        std::promise<void> started;
+        auto motion
+            = std::make_unique<DesktopMotion>(std::make_shared<SessionBus>(m_scheduler, [&] {
+                  started.get_future().wait();
+                  return member.connection();
+              }));
+        started.set_value();
+        motion.reset();
+        QCoreApplication::processEvents();
+    }
+
     void noteChange(const QString &area, const QString &, const QDBusVariant &) { m_heard = area; }
 
 private:
+    std::shared_ptr<SessionBus> busOf(const BusMember &member)
+    {
+        return std::make_shared<SessionBus>(m_scheduler, [&member] { return member.connection(); });
+    }
+
     /** Waits until a program on this connection has heard all that the portal has said so far. */
     void settle(Portal &portal, const BusMember &member)
     {
@@ -159,6 +207,7 @@ private:
     }
 
     PrivateBus m_bus;
+    StandardScheduler m_scheduler;
     QString m_heard;
 };
 

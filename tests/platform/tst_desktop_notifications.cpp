@@ -10,6 +10,7 @@ using namespace std::chrono_literals;
 using namespace zorvane::platform;
 using namespace zorvane::tests;
 using simulated::DesktopNotifications;
+using simulated::SessionBus;
 
 class TestDesktopNotifications : public QObject
 {
@@ -47,7 +48,8 @@ private Q_SLOTS:
     void withoutABusNothingIsAuthorizedOrNeeded()
     {
         FakeScheduler scheduler;
-        DesktopNotifications notifications(QDBusConnection(u"none"_s),
+        DesktopNotifications notifications(
+            std::make_shared<SessionBus>(scheduler, [] { return QDBusConnection(u"none"_s); }),
             m_f.folder->path() / notificationsFile.toStdString(), scheduler);
         std::optional<NotificationAuthorization> state;
         bool notNeeded = false;
@@ -57,6 +59,53 @@ private Q_SLOTS:
         scheduler.settle();
         QVERIFY(notNeeded);
         QTRY_COMPARE(state, NotificationAuthorization::Denied);
+    }
+
+    void nothingIsAskedOfTheDesktopAtOnce()
+    {
+        int connections = 0;
+        FakeScheduler scheduler;
+        const BusMember member(m_f.bus);
+        const auto bus = std::make_shared<SessionBus>(scheduler, [&] {
+            ++connections;
+            return member.connection();
+        });
+        const auto path = m_f.folder->path() / notificationsFile.toStdString();
+        DesktopNotifications unhurried(bus, path, scheduler, 500ms);
+        scheduler.advance(499ms);
+        scheduler.settle();
+        QCOMPARE(connections, 0);
+        scheduler.advance(1ms);
+        scheduler.settle();
+        QCOMPARE(connections, 1);
+
+        DesktopNotifications asked(bus, path, scheduler, 500ms);
+        std::optional<NotificationAuthorization> state;
+        asked.authorization([&](auto answer) { state = answer; });
+        scheduler.settle();
+        QCOMPARE(connections, 2);
+        QTRY_COMPARE(state, NotificationAuthorization::Authorized);
+        scheduler.advance(500ms);
+        scheduler.settle();
+        QCOMPARE(connections, 2);
+    }
+
+    void isNeededWhileItHasToTakeSomethingBack()
+    {
+        m_f.post(sampleRequest());
+        FakeScheduler scheduler;
+        const BusMember member(m_f.bus);
+        DesktopNotifications next(
+            std::make_shared<SessionBus>(scheduler, [&] { return member.connection(); }),
+            m_f.folder->path() / notificationsFile.toStdString(), scheduler, 500ms);
+        bool notNeeded = false;
+        next.removeDelivered({notificationIdentifier});
+        next.whenNotNeeded([&] { notNeeded = true; });
+        scheduler.runPosted();
+        QVERIFY(!notNeeded);
+        scheduler.settle();
+        QVERIFY(notNeeded);
+        QTRY_VERIFY(m_f.screen->shown.isEmpty());
     }
 
     void showsARequestAfterItsDelay()
