@@ -44,8 +44,31 @@ private Q_SLOTS:
         const WindowFixture fixture;
         const auto *const icon = fixture.item(u"ownIcon"_s);
         QCOMPARE(icon->property("status").toInt(), 1);
+        const QImage picture = fixture.window()->grabWindow();
+        const auto colorAt = [&](QPointF place) {
+            const QPointF pixel = icon->mapToScene(place) * picture.devicePixelRatio();
+            return picture.pixelColor(pixel.toPoint());
+        };
+        const QPointF middle(icon->width() / 2, icon->height() / 2);
+        QVERIFY(colorAt(middle) != colorAt({-5, middle.y()}));
         QVERIFY(fixture.text(u"Zorvane"_s) != nullptr);
         QVERIFY(fixture.text(u"Control which apps can access the network"_s) != nullptr);
+    }
+
+    void theDesktopGetsAPictureOfTheProgram()
+    {
+        const WindowFixture fixture;
+        QTRY_VERIFY(!QGuiApplication::windowIcon().isNull());
+    }
+
+    void theListGoesWithItsLastRow()
+    {
+        WindowFixture fixture({atlas});
+        QVERIFY(fixture.item(u"blockedApps"_s) != nullptr);
+        fixture.store->remove(fixture.store->applications().constFirst());
+        fixture.settle();
+        QCOMPARE(fixture.item(u"blockedApps"_s), nullptr);
+        QVERIFY(fixture.text(u"No blocked apps"_s) != nullptr);
     }
 
     void anEmptyListSaysSo()

@@ -9,14 +9,12 @@ import Zorvane.Ui
 SlotColumn {
     id: root
 
-    required property BlockedAppsModel applications
+    required property ListSection section
+    readonly property BlockedAppsModel applications: section.applications
     readonly property real page: 0.8 * (viewBottom - viewTop)
     /* The place that has the focus, or in which it is. */
     readonly property Item focusedSlot: slotOf(Window.activeFocusItem)
     readonly property int focusedIndex: (focusedSlot as ColumnSlot)?.index ?? -2
-
-    /* A line of a row has been reached by the keyboard. */
-    signal lineReached(Item line)
 
     function slotOf(item: Item): Item {
         for (let at = item; at !== null; at = at.parent) {
@@ -49,7 +47,7 @@ SlotColumn {
     function focusLine(row: int, line: int): void {
         cursor.stand(repeater.itemAt(row), line);
         cursor.forceActiveFocus(Qt.TabFocusReason);
-        root.lineReached(cursor);
+        root.section.lineReached(cursor);
     }
 
     /* A row's place with all that it has; to the repeater it is any item. */
@@ -127,6 +125,11 @@ SlotColumn {
             event.accepted = false;
         }
     }
+
+    objectName: "blockedApps"
+    width: section.width
+    viewTop: section.rowsTop
+    viewBottom: section.rowsBottom
 
     Accessible.role: Accessible.List
     Accessible.name: "Blocked apps"

@@ -14,6 +14,8 @@ Column {
     /* A line in it has been reached by the keyboard. */
     signal lineReached(Item line)
 
+    readonly property real rowsTop: viewTop - card.y
+    readonly property real rowsBottom: viewBottom - card.y
     readonly property bool failed: store.filterController.status.kind === FilterStatus.Failed
 
     DropZone {
@@ -83,16 +85,15 @@ Column {
             document: "EmptyList"
         }
 
-        BlockedAppList {
+        Lazy {
             id: rows
 
-            objectName: "blockedApps"
             width: parent.width
-            visible: root.applications.count > 0
-            applications: root.applications
-            viewTop: root.viewTop - card.y
-            viewBottom: root.viewBottom - card.y
-            onLineReached: line => root.lineReached(line)
+            active: root.applications.count > 0
+            document: "BlockedAppList"
+            properties: ({
+                    "section": root
+                })
         }
 
         Rectangle {
