@@ -5,8 +5,6 @@
 #include "ui/system_pictures.h"
 
 #include <algorithm>
-#include <QGuiApplication>
-#include <QIcon>
 #include <QPainter>
 #include <QUrlQuery>
 
@@ -26,8 +24,7 @@ QImage ownIcon(QSize size, qreal radius, qreal scale)
 {
     auto picture = ownIconOfSystem(size);
     if (picture.isNull())
-        picture = QGuiApplication::windowIcon().pixmap(size, 1.0).toImage().scaled(
-            size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        picture = drawSvg(svgText(u"icons/appicon.svg"_s), size);
     QImage rounded(size, QImage::Format_ARGB32_Premultiplied);
     rounded.fill(Qt::transparent);
     QPainter painter(&rounded);
@@ -57,8 +54,8 @@ ApplicationImages::ApplicationImages(const app::AppBlockStore &store)
 QUrl ApplicationImages::address(const records::BlockedApplication &application)
 {
     const auto revision = application.iconData ? qHash(*application.iconData) : 0;
-    return QUrl(u"image://application/%1?%2"_s.arg(
-        application.id.toString(QUuid::WithoutBraces), QString::number(revision, 16)));
+    return {u"image://application/%1?%2"_s.arg(
+        application.id.toString(QUuid::WithoutBraces), QString::number(revision, 16))};
 }
 
 QImage ApplicationImages::requestImage(const QString &id, QSize *size, const QSize &requestedSize)
@@ -86,7 +83,7 @@ QImage ApplicationImages::iconOf(const QString &id, QSize side) const
     const auto found = std::find_if(applications.cbegin(), applications.cend(),
         [&](const auto &application) { return application.id == uuid; });
     if (found != applications.cend() && found->iconData) {
-        if (const auto image = decoded(*found->iconData, side); !image.isNull())
+        if (auto image = decoded(*found->iconData, side); !image.isNull())
             return image;
     }
     return drawSvg(svgText(u"icons/stand-in.svg"_s), side);

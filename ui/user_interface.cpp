@@ -11,6 +11,7 @@
 #include <QIcon>
 #include <QQmlComponent>
 #include <QQuickWindow>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -20,7 +21,7 @@ namespace zorvane::ui
 namespace
 {
 
-/** The system's own idea of the program's icon comes first; not every system has one. */
+/** For the desktop's bars. The system's own idea of it comes first; not every system has one. */
 void provideIcon()
 {
     if (QGuiApplication::windowIcon().isNull() && ownIconOfSystem({1, 1}).isNull())
@@ -63,7 +64,7 @@ UserInterface::UserInterface(
 
 UserInterface::~UserInterface()
 {
-    // It hides when the engine destroys it, and the other windows are gone before that.
+    // It hides as it is destroyed, and the other windows are gone before that.
     if (const auto *const main = window())
         main->disconnect(this);
 }
@@ -75,30 +76,36 @@ void UserInterface::load()
     m_engine.addImageProvider(u"symbol"_s, new SymbolImages);
     m_engine.addImageProvider(u"shadow"_s, new ShadowImages);
     m_engine.addImageProvider(u"face"_s, new FaceImages);
-    m_engine.setInitialProperties({{u"store"_s, QVariant::fromValue(&m_store)},
-        {u"applications"_s, QVariant::fromValue(&m_applications)},
-        {u"system"_s, QVariant::fromValue(&m_system)},
-        {u"onboarding"_s, QVariant::fromValue(&m_onboarding)},
-        {u"otherWindows"_s, QVariant::fromValue(&m_otherWindows)}});
-
     // The engine reads the views on a thread of its own meanwhile.
-    const QUrl views(u"qrc:/qt/qml/Zorvane/Ui/MainWindow.qml"_s);
-    const QQmlComponent ahead(&m_engine, views, QQmlComponent::Asynchronous);
-    provideIcon();
+    const QUrl address(u"qrc:/qt/qml/Zorvane/Ui/MainWindow.qml"_s);
+    const QQmlComponent ahead(&m_engine, address, QQmlComponent::Asynchronous);
     provideFont();
-    m_engine.load(views);
+    QQmlComponent views(&m_engine, address);
+    std::unique_ptr<QObject> window(
+        views.createWithInitialProperties({{u"store"_s, QVariant::fromValue(&m_store)},
+            {u"applications"_s, QVariant::fromValue(&m_applications)},
+            {u"system"_s, QVariant::fromValue(&m_system)},
+            {u"onboarding"_s, QVariant::fromValue(&m_onboarding)},
+            {u"otherWindows"_s, QVariant::fromValue(&m_otherWindows)}}));
+    if (qobject_cast<QQuickWindow *>(window.get()) == nullptr)
+        qWarning("%s", qUtf8Printable(views.errorString()));
+    else
+        m_window.reset(static_cast<QQuickWindow *>(window.release()));
 }
 
 QQuickWindow *UserInterface::window() const
 {
-    const auto roots = m_engine.rootObjects();
-    return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
+    return m_window.get();
 }
 
 void UserInterface::show()
 {
-    if (auto *const main = window())
-        main->show();
+    auto *const main = window();
+    if (main == nullptr)
+        return;
+    main->show();
+    // While the desktop makes room for the window.
+    QTimer::singleShot(0, this, provideIcon);
 }
 
 void UserInterface::bringForward()
@@ -127,7 +134,8 @@ void UserInterface::followState(Qt::ApplicationState state)
     m_isActive = state == Qt::ApplicationActive;
     if (!m_isActive)
         return;
-    const bool hasWindow = m_otherWindows.isAnyVisible() || (window() && window()->isVisible());
+    const bool hasWindow
+        = m_otherWindows.isAnyVisible() || (window() != nullptr && window()->isVisible());
     if (!hasWindow && !m_conventions.endsWithMainWindow)
         bringForward();
     if (!wasActive)

@@ -10,7 +10,7 @@
 
 #include <memory>
 #include <QObject>
-#include <QQmlApplicationEngine>
+#include <QQmlEngine>
 
 class QQuickWindow;
 
@@ -48,7 +48,8 @@ private:
     BlockedAppsModel m_applications;
     SystemCommands m_system;
     Onboarding m_onboarding;
-    QQmlApplicationEngine m_engine;
+    QQmlEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
     OtherWindows m_otherWindows;
 };
 
