@@ -54,7 +54,7 @@ OtherWindows::Window OtherWindows::build(const QString &type) const
         qWarning("%s", qUtf8Printable(component.errorString()));
         return nullptr;
     }
-    object.release();
+    static_cast<void>(object.release());
     return Window(window);
 }
 

@@ -36,13 +36,14 @@ QImage blurredAndTurned(const QImage &image, const std::vector<double> &weights)
 {
     const auto side = image.width();
     const auto reach = static_cast<int>(weights.size() / 2);
+    const double *const middle = weights.data() + reach;
     QImage result(image.size(), QImage::Format_Alpha8);
     for (int y = 0; y < side; ++y) {
         const auto *line = image.constScanLine(y);
         for (int x = 0; x < side; ++x) {
             double sum = 0;
             for (int at = std::max(-reach, -x); at <= std::min(reach, side - 1 - x); ++at)
-                sum += weights[static_cast<size_t>(at + reach)] * line[x + at];
+                sum += middle[at] * line[x + at];
             result.scanLine(x)[y] = static_cast<uchar>(std::lround(sum));
         }
     }

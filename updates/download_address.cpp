@@ -18,7 +18,7 @@ const auto schemePrefix = "https://"_L1;
 QStringView authorityOf(QStringView text)
 {
     const QStringView rest = text.sliced(schemePrefix.size());
-    const auto end = std::ranges::find_if(
+    const auto *const end = std::ranges::find_if(
         rest, [](QChar each) { return each == u'/' || each == u'?' || each == u'#'; });
     return rest.first(end - rest.begin());
 }
@@ -43,7 +43,7 @@ bool isVendorHost(const QString &host)
 
 QUrl manifestAddress()
 {
-    return QUrl(schemePrefix + vendorHost + "/updates/latest.json"_L1);
+    return {schemePrefix + vendorHost + "/updates/latest.json"_L1};
 }
 
 std::optional<QUrl> allowedDownloadAddress(const QString &text)

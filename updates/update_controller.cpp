@@ -2,6 +2,8 @@
 
 #include "updates/version_comparison.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -37,9 +39,9 @@ std::optional<AppUpdate> validManifest(const ManifestFetcher::Result &result)
 
 } // namespace
 
-UpdateController::UpdateController(const Services &services, const QUrl &manifestURL)
+UpdateController::UpdateController(const Services &services, QUrl manifestURL)
     : m_services(services)
-    , m_manifestURL(manifestURL)
+    , m_manifestURL(std::move(manifestURL))
 {
     applyCachedManifest();
 }

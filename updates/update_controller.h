@@ -42,8 +42,7 @@ public:
     };
 
     /** Takes up what the last good manifest said. */
-    explicit UpdateController(
-        const Services &services, const QUrl &manifestURL = manifestAddress());
+    explicit UpdateController(const Services &services, QUrl manifestURL = manifestAddress());
     ~UpdateController() override;
 
     /** The newer release, if one is known. */

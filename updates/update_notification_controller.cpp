@@ -69,7 +69,7 @@ void UpdateNotificationController::registerCategories()
 }
 
 void UpdateNotificationController::ensureAuthorization(
-    std::function<void(const AuthorizationResult &)> done)
+    const std::function<void(const AuthorizationResult &)> &done)
 {
     const auto requested
         = answeredHere([done](bool granted, const std::optional<PlatformError> &error) {

@@ -49,7 +49,7 @@ public:
     void registerCategories();
 
     /** Finds out whether notifications are allowed; asks the user if that is open. */
-    void ensureAuthorization(std::function<void(const AuthorizationResult &result)> done);
+    void ensureAuthorization(const std::function<void(const AuthorizationResult &result)> &done);
 
     /**
      * Announces @p update unless it has been announced; without one, takes the announcement back.

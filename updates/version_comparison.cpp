@@ -30,7 +30,9 @@ Characters takeNumber(Characters &text)
 
 int order(std::strong_ordering ordering)
 {
-    return (ordering > 0) - (ordering < 0);
+    if (std::is_lt(ordering))
+        return -1;
+    return std::is_gt(ordering) ? 1 : 0;
 }
 
 int compareNumbers(Characters a, Characters b)

@@ -23,12 +23,12 @@ HttpsServer::HttpsServer(const QSslConfiguration &configuration)
 
 QUrl HttpsServer::url(const QString &path, const QString &host) const
 {
-    return QUrl(u"https://%1:%2%3"_s.arg(host).arg(serverPort()).arg(path));
+    return {u"https://%1:%2%3"_s.arg(host).arg(serverPort()).arg(path)};
 }
 
-void HttpsServer::handle(const QString &path, Handler handler)
+void HttpsServer::handle(const QString &path, const Handler &handler)
 {
-    m_handlers.insert(path.toLatin1(), std::move(handler));
+    m_handlers.insert(path.toLatin1(), handler);
 }
 
 void HttpsServer::answer(const QString &path, const QByteArray &bytes)

@@ -23,7 +23,7 @@ public:
     [[nodiscard]] QUrl url(
         const QString &path, const QString &host = QStringLiteral("localhost")) const;
 
-    void handle(const QString &path, Handler handler);
+    void handle(const QString &path, const Handler &handler);
     /** Answers with these bytes, head and all, and closes the connection. */
     void answer(const QString &path, const QByteArray &bytes);
     void redirect(const QString &path, int status, const QString &location);

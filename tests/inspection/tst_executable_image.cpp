@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <sys/stat.h>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::inspection;
@@ -21,8 +22,8 @@ namespace
 class CountingSource final : public zorvane::platform::ByteSource
 {
 public:
-    explicit CountingSource(const QByteArray &bytes)
-        : m_bytes(bytes)
+    explicit CountingSource(QByteArray bytes)
+        : m_bytes(std::move(bytes))
         , m_source(std::span(
               reinterpret_cast<const std::uint8_t *>(m_bytes.constData()), size_t(m_bytes.size())))
     {

@@ -61,6 +61,7 @@ private Q_SLOTS:
         std::array<std::optional<InspectionResult>, 2> results;
         {
             std::vector<std::jthread> threads;
+            threads.reserve(results.size());
             for (auto &result : results) {
                 threads.emplace_back([&result, &inspector, url, id] {
                     for (int i = 0; i < 10; ++i)

@@ -24,13 +24,13 @@ class TestRealApplications : public QObject
     Q_OBJECT
 
 private:
-    ApplicationInspector inspector() const
+    [[nodiscard]] ApplicationInspector inspector() const
     {
         return ApplicationInspector(
             {*m_reading.bundles, *m_reading.signatures, *m_reading.walk, *m_reading.icons});
     }
 
-    InspectionResult inspect(const fs::path &bundle) const
+    [[nodiscard]] InspectionResult inspect(const fs::path &bundle) const
     {
         return inspector().inspectApplication(
             QUrl::fromLocalFile(QString::fromStdString(bundle.string())), QUuid::createUuid());

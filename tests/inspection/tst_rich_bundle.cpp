@@ -55,7 +55,7 @@ private:
         writeFile(in(place) / "Contents" / "MacOS" / "run", program(identifier), Mode::Executable);
     }
 
-    InspectionResult inspect() const
+    [[nodiscard]] InspectionResult inspect() const
     {
         return ApplicationInspector(
             {*m_reading.bundles, *m_reading.signatures, *m_reading.walk, *m_reading.icons})
@@ -63,11 +63,12 @@ private:
                 QUrl::fromLocalFile(QString::fromStdString(m_app.string())), QUuid::createUuid());
     }
 
-    QList<CodeIdentity> helpers() const
+    [[nodiscard]] QList<CodeIdentity> helpers() const
     {
         const InspectionResult result = inspect();
         const auto *record = std::get_if<BlockedApplication>(&result);
-        return record ? record->auxiliaryCodeIdentities.value() : QList{identity(u"refused"_s)};
+        return record != nullptr ? record->auxiliaryCodeIdentities.value()
+                                 : QList{identity(u"refused"_s)};
     }
 
     platform::BundleReading m_reading;

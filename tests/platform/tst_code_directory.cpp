@@ -27,7 +27,7 @@ private Q_SLOTS:
         row("long identifier", with({.identifier = QByteArray(100000, 'x')}),
             QString(100000, u'x'));
         row("identifier longer than any real one",
-            with({.identifier = QByteArray(2 * 1024 * 1024, 'x')}), damaged);
+            with({.identifier = QByteArray(qsizetype{2} << 20, 'x')}), damaged);
         row("identifier with a letter beyond ASCII", with({.identifier = "caf\xC3\xA9"}),
             u"café"_s);
         row("identifier no UTF-8", with({.identifier = "caf\xE9"}), damaged);

@@ -186,7 +186,7 @@ private Q_SLOTS:
         };
         const auto ofLongProgram = bytesRead(100 * 1024 * 1024);
         QVERIFY(ofLongProgram);
-        QVERIFY(*ofLongProgram <= 5 * 4096);
+        QVERIFY(*ofLongProgram <= size_t{5} * 4096);
         QVERIFY(bytesRead(100 * 1024));
     }
 };

@@ -23,7 +23,7 @@ private:
         writeFile(m_app / "Contents" / "Resources" / name, bytes);
     }
 
-    QImage icon() const { return FileIcons().icon(m_app, 128); }
+    [[nodiscard]] QImage icon() const { return FileIcons().icon(m_app, 128); }
 
     std::unique_ptr<ScratchFolder> m_scratch;
     fs::path m_app;

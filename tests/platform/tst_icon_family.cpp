@@ -120,7 +120,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, maskType);
         QFETCH(int, side);
         QFETCH(int, padding);
-        QByteArray mask(side * side, '\x80');
+        QByteArray mask(qsizetype{side} * side, '\x80');
         mask.back() = '\xFF';
         const QImage read
             = iconOf({{type, QByteArray(padding, 0) + redRuns(side)}, {maskType, mask}});

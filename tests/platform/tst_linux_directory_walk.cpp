@@ -12,7 +12,6 @@
 using namespace zorvane::platform;
 using namespace zorvane::platform::simulated;
 using namespace zorvane::tests;
-namespace fs = std::filesystem;
 
 class TestLinuxDirectoryWalk : public QObject
 {

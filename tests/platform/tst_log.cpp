@@ -91,6 +91,7 @@ private Q_SLOTS:
     {
         StandardErrorLog log;
         std::vector<std::thread> threads;
+        threads.reserve(4);
         for (int thread = 0; thread < 4; ++thread)
             threads.emplace_back([&log] {
                 for (int i = 0; i < 50; ++i)

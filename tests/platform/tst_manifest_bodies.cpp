@@ -103,7 +103,7 @@ private Q_SLOTS:
         QVERIFY(answer);
         QCOMPARE(answer->body.size(), limit + 1);
         // What is on its way in buffers comes on top, but no more than that.
-        QVERIFY2(*sent < 16 * 1024 * 1024, qPrintable(QString::number(*sent)));
+        QVERIFY2(*sent < qint64{16} << 20, qPrintable(QString::number(*sent)));
     }
 
     void unpacksNoMoreThanItMay()

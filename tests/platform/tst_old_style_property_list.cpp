@@ -66,9 +66,10 @@ private Q_SLOTS:
         QTest::addColumn<QStringConverter::Encoding>("encoding");
         QTest::addColumn<bool>("marked");
         for (const bool marked : {false, true}) {
-            QTest::addRow("UTF-8 %d", marked) << QStringConverter::Utf8 << marked;
-            QTest::addRow("UTF-16LE %d", marked) << QStringConverter::Utf16LE << marked;
-            QTest::addRow("UTF-16BE %d", marked) << QStringConverter::Utf16BE << marked;
+            const char *const name = marked ? "marked" : "not marked";
+            QTest::addRow("UTF-8, %s", name) << QStringConverter::Utf8 << marked;
+            QTest::addRow("UTF-16LE, %s", name) << QStringConverter::Utf16LE << marked;
+            QTest::addRow("UTF-16BE, %s", name) << QStringConverter::Utf16BE << marked;
         }
     }
 

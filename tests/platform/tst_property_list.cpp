@@ -118,7 +118,7 @@ private Q_SLOTS:
     void datesOfNoCalendarAreRead()
     {
         for (const quint64 bits :
-            {0xFFEFFFFFFFFFFFFFu, 0x7FEFFFFFFFFFFFFFu, 0x7FF8000000000000u, 0xC1CA928000000000u})
+            {0xFFEFFFFFFFFFFFFFU, 0x7FEFFFFFFFFFFFFFU, 0x7FF8000000000000U, 0xC1CA928000000000U})
             QVERIFY(readPropertyList(binary({"\x33" + bigEndian(bits, 8)})).isValid());
     }
 

@@ -88,7 +88,7 @@ private Q_SLOTS:
         doubling.append("Qa");
         QVERIFY(!readPropertyList(binary(doubling)).isValid());
 
-        const QByteArray long4MiB = "\x5F\x12" + bigEndian(4u << 20, 4) + QByteArray(4 << 20, 'a');
+        const QByteArray long4MiB = "\x5F\x12" + bigEndian(4U << 20, 4) + QByteArray(4 << 20, 'a');
         QByteArray uses("\xAF\x11" + bigEndian(1000, 2) + bigEndian(1, 2).repeated(1000));
         QVERIFY(!readPropertyList(binary({uses, long4MiB})).isValid());
     }

@@ -73,6 +73,7 @@ private Q_SLOTS:
         constexpr int posts = 500;
         std::vector<std::vector<int>> seen(threads);
         std::vector<std::thread> posting;
+        posting.reserve(threads);
         for (int thread = 0; thread < threads; ++thread)
             posting.emplace_back([this, &seen, thread] {
                 for (int i = 0; i < posts; ++i)

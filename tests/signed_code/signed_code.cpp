@@ -50,13 +50,13 @@ QByteArray number32(std::uint32_t value, ByteOrder order)
 {
     const std::uint32_t stored
         = order == ByteOrder::Big ? qToBigEndian(value) : qToLittleEndian(value);
-    return QByteArray(reinterpret_cast<const char *>(&stored), sizeof(stored));
+    return {reinterpret_cast<const char *>(&stored), sizeof(stored)};
 }
 
 QByteArray number64(std::uint64_t value, ByteOrder order)
 {
     const auto stored = order == ByteOrder::Big ? qToBigEndian(value) : qToLittleEndian(value);
-    return QByteArray(reinterpret_cast<const char *>(&stored), sizeof(stored));
+    return {reinterpret_cast<const char *>(&stored), sizeof(stored)};
 }
 
 QByteArray codeDirectory(const DirectoryForm &form)

@@ -150,7 +150,7 @@ private:
     [[nodiscard]] QQuickItem *item(const QString &name) const
     {
         auto *const found = m_settings->window()->findChild<QQuickItem *>(name);
-        if (!found)
+        if (found == nullptr)
             qFatal("there is no item %s", qPrintable(name));
         return found;
     }

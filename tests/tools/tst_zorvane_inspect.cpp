@@ -15,7 +15,6 @@
 using namespace Qt::StringLiterals;
 using namespace zorvane;
 using namespace zorvane::tests;
-using records::CodeIdentity;
 namespace fs = std::filesystem;
 
 namespace
@@ -181,7 +180,7 @@ private Q_SLOTS:
         QTest::newRow("end within the header") << png.first(20) << false;
         QTest::newRow("wrong check sum") << wrongSum << false;
         QTest::newRow("no colours")
-            << iconFamily({{"it32", "xx"}, {"t8mk", QByteArray(128 * 128, 1)}}) << false;
+            << iconFamily({{"it32", "xx"}, {"t8mk", QByteArray(qsizetype{128} * 128, 1)}}) << false;
         QTest::newRow("no family") << QByteArray("icns\0\0\0\x10is32\xFF\xFF\xFF\xFF", 16) << false;
         // What Qt makes of a profile is all that is wrong here.
         QTest::newRow("profile of nonsense") << pngWithProfile(QByteArray(200, 'x')) << true;

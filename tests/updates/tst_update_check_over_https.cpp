@@ -102,7 +102,7 @@ private Q_SLOTS:
             << response({}, 302, "Location: http://kestrelworks.dev/updates/latest.json\r\n");
         QTest::newRow("nothing") << response({});
         QTest::newRow("no JSON") << response("<html></html>");
-        const auto page = "'downloadURL':'https://kestrelworks.dev/'";
+        const auto *const page = "'downloadURL':'https://kestrelworks.dev/'";
         QTest::newRow("a number as version")
             << response(json("{'version':2,%1}").replace("%1", json(page)));
         QTest::newRow("a text as build")

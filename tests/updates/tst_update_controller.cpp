@@ -6,7 +6,6 @@ using namespace Qt::StringLiterals;
 using namespace zorvane;
 using namespace zorvane::tests;
 using updates::AppUpdate;
-using updates::UpdateController;
 
 /** What the controller tells of what it knows. */
 class TestUpdateController : public QObject
