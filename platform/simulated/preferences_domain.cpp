@@ -49,7 +49,7 @@ QByteArray insertFitting(
     const QVariantMap before = values;
     for (;;) {
         values.insert(changes);
-        const QByteArray bytes = writePropertyList(values);
+        QByteArray bytes = writePropertyList(values);
         if (bytes.size() <= propertyListSizeLimit || changes.isEmpty())
             return bytes;
         const auto tooLarge = largest(changes);
