@@ -52,6 +52,8 @@ struct Rows : WindowFixture {
     }
 
     void toggle(int row)
+        // What is below, and the page, follow only with the next frame.
+        settle();
     {
         const auto before = called(u"disclosure"_s).value(row)->property("open").toBool();
         click(called(u"disclosure"_s).value(row));

@@ -18,11 +18,13 @@ struct Fixture : WindowFixture {
     {
         observeHelpers(39);
         click(disclosure());
-        if (!QTest::qWaitForWindowActive(window())
-            || !QTest::qWaitFor([&] { return item(u"componentLines"_s) != nullptr; }))
+        const auto isUnfolded = [&] {
+            const auto *const lines = item(u"componentLines"_s);
+            return lines != nullptr && lines->property("unfolding").toReal() >= 1;
+        };
+        if (!QTest::qWaitForWindowActive(window()) || !QTest::qWaitFor(isUnfolded))
             qFatal("the second row did not unfold");
-        // Longer than the unfolding takes.
-        QTest::qWait(400);
+        settle();
         while (here() != u"Alpha")
             key(Qt::Key_Tab);
     }

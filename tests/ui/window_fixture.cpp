@@ -89,7 +89,12 @@ void WindowFixture::settle()
 {
     platform.scheduler.settle();
     QCoreApplication::processEvents();
-    // What shows is built for a frame.
+    takePlaces();
+}
+
+/** What shows is built, and columns are stacked, for a frame. */
+void WindowFixture::takePlaces() const
+{
     if (window()->isExposed())
         window()->grabWindow();
 }
@@ -187,7 +192,7 @@ QList<QQuickItem *> WindowFixture::items(
 
 bool WindowFixture::waitUntilGrown(const QString &name) const
 {
-    return QTest::qWaitFor([&] {
+    const bool hasGrown = QTest::qWaitFor([&] {
         const auto *const grown = item(name);
         return grown != nullptr && grown->property("progress").toReal() >= 1;
     });
@@ -196,6 +201,8 @@ bool WindowFixture::waitUntilGrown(const QString &name) const
 void WindowFixture::click(QQuickItem *item) const
 {
     const auto centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+    takePlaces();
+    return hasGrown;
     QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
 }
 

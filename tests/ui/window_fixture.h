@@ -60,7 +60,7 @@ public:
     [[nodiscard]] QList<QQuickItem *> items(
         const std::function<bool(const QQuickItem *)> &wanted) const;
     void click(QQuickItem *item) const;
-    /** Waits until the panel or label of this name has grown to its full size. */
+    /** Waits until the panel or label of this name has its full size, and the column its places. */
     [[nodiscard]] bool waitUntilGrown(const QString &name) const;
 
     FakePlatform platform;
@@ -68,6 +68,8 @@ public:
     std::unique_ptr<ui::UserInterface> ui;
 
 private:
+    void takePlaces() const;
+
     QQuickWindow *m_window = nullptr;
 };
 

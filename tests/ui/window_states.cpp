@@ -2,6 +2,8 @@
 
 #include "ui/observed.h"
 
+#include <algorithm>
+#include <QQmlProperty>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -26,8 +28,6 @@ void waitFor(const std::function<bool()> &condition, const char *what)
 void waitForPanel(const Window &window, const QString &name)
 {
     waitFor([&] { return window->waitUntilGrown(name); }, qUtf8Printable(name));
-    // The column takes its places with the next frame.
-    window->settle();
 }
 
 void waitForBox(const Window &window, const QString &name)
@@ -40,6 +40,17 @@ void waitForBox(const Window &window, const QString &name)
         qUtf8Printable(name));
 }
 
+/** Whether all of it that changes little by little has done so. */
+bool isAtRest(const QQuickItem &item)
+{
+    const auto children = item.children();
+    return std::ranges::all_of(children, [](const QObject *child) {
+        const auto wanted = child->property("targetValue");
+        return !wanted.isValid()
+            || child->property("targetProperty").value<QQmlProperty>().read() == wanted;
+    });
+}
+
 /** The window after @p change, once @p panel shows it. */
 Window after(const std::function<void(WindowFixture &)> &change, const QString &panel = {})
 {
@@ -47,6 +58,8 @@ Window after(const std::function<void(WindowFixture &)> &change, const QString &
     change(*window);
     if (!panel.isEmpty())
         waitForPanel(window, panel);
+    const auto isMoving = [](const QQuickItem *item) { return !isAtRest(*item); };
+    waitFor([&] { return window->items(isMoving).isEmpty(); }, "rest");
     return window;
 }
 
@@ -94,6 +107,7 @@ Window listed()
             return lines != nullptr && lines->property("unfolding").toReal() >= 1;
         },
         "the lines");
+    window->settle();
     return window;
 }
 
