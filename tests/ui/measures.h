@@ -1,8 +1,9 @@
 #pragma once
 
+#include "ui/colours.h"
 #include "ui/window_fixture.h"
 
-#include <QColor>
+#include <algorithm>
 #include <QEasingCurve>
 #include <QFont>
 #include <QQmlProperty>
@@ -27,12 +28,6 @@ struct Measure {
 };
 
 using Measures = QList<Measure>;
-
-inline QColor faded(QColor colour, double opacity)
-{
-    colour.setAlphaF(float(opacity));
-    return colour;
-}
 
 // What is looked at.
 
@@ -83,28 +78,14 @@ inline Find place(int number)
     };
 }
 
-/** What a place in the column shows. */
-inline Find shownBy(const QString &place)
-{
-    return [=](const WindowFixture &window) -> QQuickItem * {
-        const auto *const item = window.item(place);
-        return item == nullptr ? nullptr : item->childItems().first()->childItems().value(0);
-    };
-}
-
-inline Find parentOf(const Find &find)
+/** The part of an item that has this name, whether it shows or not. */
+inline Find partOf(const Find &find, const QString &name)
 {
     return [=](const WindowFixture &window) -> QQuickItem * {
         const auto *const item = find(window);
-        return item == nullptr ? nullptr : item->parentItem();
-    };
-}
-
-inline Find childOf(const Find &find, int number)
-{
-    return [=](const WindowFixture &window) -> QQuickItem * {
-        const auto *const item = find(window);
-        return item == nullptr ? nullptr : item->childItems().value(number);
+        const auto parts = item == nullptr ? QList<QQuickItem *>() : item->childItems();
+        const auto found = std::ranges::find(parts, name, &QObject::objectName);
+        return found == parts.cend() ? nullptr : *found;
     };
 }
 
@@ -137,8 +118,7 @@ inline Measure between(
         [=](const WindowFixture &window) -> QVariant {
             const auto place = [&](const Find &find) {
                 const auto *const item = find(window);
-                return item == nullptr ? QRectF()
-                                       : item->mapRectToScene(QRectF(QPointF(), item->size()));
+                return item == nullptr ? QRectF() : inWindow(item);
             };
             if (place(first).isEmpty() || place(second).isEmpty())
                 return {};

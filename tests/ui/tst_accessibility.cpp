@@ -1,4 +1,4 @@
-#include "ui/window_fixture.h"
+#include "ui/samples.h"
 
 #include <QTest>
 
@@ -8,22 +8,11 @@ using namespace zorvane::tests;
 namespace
 {
 
-const QList<SampleApplication> two{
-    {u"Atlas"_s, u"org.example.atlas"_s, u"7QK2M4X9TP"_s, std::nullopt},
-    {u"Quill"_s, u"org.example.quill"_s, std::nullopt, std::nullopt}};
+const QList<SampleApplication> two{atlas, quill};
 
 QList<QQuickItem *> named(const WindowFixture &fixture, QAccessible::Role role)
 {
     return fixture.items([&](const QQuickItem *item) { return accessibleRole(item) == role; });
-}
-
-QList<SampleApplication> numbered(int count)
-{
-    QList<SampleApplication> result;
-    for (int number = 10; number < 10 + count; ++number)
-        result.append({u"App %1"_s.arg(number), u"org.example.app%1"_s.arg(number), std::nullopt,
-            std::nullopt});
-    return result;
 }
 
 QString description(QQuickItem *item)
@@ -122,31 +111,31 @@ private Q_SLOTS:
 
     void rowsOutOfSightAreTold()
     {
-        const WindowFixture fixture(numbered(40));
+        const WindowFixture fixture(manySamples(40));
         QStringList names;
         collectNames(
             QAccessible::queryAccessibleInterface(fixture.window()), QAccessible::ListItem, names);
         QCOMPARE(names.size(), 40);
-        QCOMPARE(names.first(), u"App 10"_s);
-        QCOMPARE(names.last(), u"App 49"_s);
+        QCOMPARE(names.first(), u"App 00"_s);
+        QCOMPARE(names.last(), u"App 39"_s);
     }
 
     void aRowOutOfSightComesIntoViewWithItsButtonsWhenItIsGivenTheFocus()
     {
-        WindowFixture fixture(numbered(40));
+        WindowFixture fixture(manySamples(40));
         QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
         auto *const last = named(fixture, QAccessible::ListItem).last();
-        QVERIFY(fixture.text(u"App 49"_s) == nullptr);
+        QVERIFY(fixture.text(u"App 39"_s) == nullptr);
         doAccessibleAction(last, QAccessibleActionInterface::setFocusAction());
         QVERIFY(last->hasActiveFocus());
-        QVERIFY(fixture.text(u"App 49"_s) != nullptr);
+        QVERIFY(fixture.text(u"App 39"_s) != nullptr);
         const auto removers = fixture.items([](const QQuickItem *item) {
             return item->property("toolTip") == u"Remove from list"_s;
         });
-        QCOMPARE(description(removers.last()), u"App 49"_s);
+        QCOMPARE(description(removers.last()), u"App 39"_s);
         doAccessibleAction(removers.last(), QAccessibleActionInterface::pressAction());
         QCOMPARE(fixture.store->applications().size(), 39);
-        QCOMPARE(fixture.store->applications().last().name, u"App 48"_s);
+        QCOMPARE(fixture.store->applications().last().name, u"App 38"_s);
     }
 
     void theButtonsOfARowSayWhoseTheyAre()

@@ -1,7 +1,7 @@
 #include "app/records/blocked_application_json.h"
 #include "ui/blocked_apps_model.h"
 #include "ui/observed.h"
-#include "ui/window_fixture.h"
+#include "ui/samples.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -14,24 +14,36 @@ using zorvane::ui::BlockedAppsModel;
 namespace
 {
 
-SampleApplication named(const QString &name)
+/** A stored list; the applications named in @p stale are of an older inspection. */
+QByteArray storedNames(const QStringList &names, const QStringList &stale)
 {
-    return {name, u"org.example."_s + name.toLower(), u"TEAM123456"_s, std::nullopt};
+    QList<SampleApplication> applications;
+    for (const auto &name : names)
+        applications.append(sample(name));
+    auto records = *zorvane::records::decodedApplications(storedList(applications));
+    for (auto &record : records) {
+        if (stale.contains(record.name))
+            record.inspectionVersion = 1;
+    }
+    return zorvane::records::encodedApplications(records);
 }
 
-/** A model over a store whose list has been loaded. */
+/**
+ * A model over a store whose list has been loaded. The stale ones are inspected again when what
+ * waits is done next.
+ */
 struct Fixture {
-    explicit Fixture(const QStringList &names)
+    explicit Fixture(const QStringList &names, const QStringList &stale = {})
     {
-        QList<SampleApplication> applications;
-        for (const auto &name : names)
-            applications.append(named(name));
-        platform.preferences.values.insert(u"blockedApplications"_s, storedList(applications));
+        platform.preferences.values.insert(u"blockedApplications"_s, storedNames(names, stale));
         store = std::make_unique<zorvane::app::AppBlockStore>(platform.ports);
         model = std::make_unique<BlockedAppsModel>(*store);
         tester = std::make_unique<QAbstractItemModelTester>(
             model.get(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-        platform.scheduler.settle();
+        platform.scheduler.runBackground();
+        platform.scheduler.runPosted();
+        if (stale.isEmpty())
+            platform.scheduler.settle();
     }
 
     [[nodiscard]] QStringList names() const
@@ -42,11 +54,17 @@ struct Fixture {
         return result;
     }
 
-    void add(const QString &name, const QString &identifier)
+    /** Puts a bundle of @p name where the application is, or is to be. */
+    QString install(const QString &application, const QString &name)
     {
-        const auto path = u"/Applications/%1.app"_s.arg(name);
-        platform.addBundle(path, identifier, u"TEAM123456"_s, name);
-        store->addApplication(QUrl::fromLocalFile(path));
+        const auto path = u"/Applications/%1.app"_s.arg(application);
+        platform.addBundle(path, u"org.example."_s + application.toLower(), u"TEAM123456"_s, name);
+        return path;
+    }
+
+    void add(const QString &name)
+    {
+        store->addApplication(QUrl::fromLocalFile(install(name, name)));
         platform.scheduler.settle();
     }
 
@@ -89,7 +107,7 @@ private Q_SLOTS:
         const QSignalSpy changed(fixture.model.get(), &QAbstractItemModel::dataChanged);
         const QSignalSpy reset(fixture.model.get(), &QAbstractItemModel::modelReset);
         const QSignalSpy counted(fixture.model.get(), &BlockedAppsModel::countChanged);
-        fixture.add(u"Beta"_s, u"org.example.beta"_s);
+        fixture.add(u"Beta"_s);
         QCOMPARE(fixture.names(), (QStringList{u"Alpha"_s, u"Beta"_s, u"Gamma"_s}));
         QCOMPARE(inserted.size(), 1);
         QCOMPARE(inserted.first().at(1).toInt(), 1);
@@ -151,51 +169,26 @@ private Q_SLOTS:
 
     void aNewIconIsAnnouncedAlone()
     {
-        FakePlatform platform;
-        auto records = *zorvane::records::decodedApplications(
-            storedList({named(u"Alpha"_s), named(u"Beta"_s)}));
-        records.first().inspectionVersion = 1;
-        platform.preferences.values.insert(
-            u"blockedApplications"_s, zorvane::records::encodedApplications(records));
-        platform.addBundle(
-            u"/Applications/Alpha.app"_s, u"org.example.alpha"_s, u"TEAM123456"_s, u"Alpha"_s);
-        platform.icons.image = QImage(8, 8, QImage::Format_ARGB32);
-        platform.icons.image.fill(Qt::red);
-        zorvane::app::AppBlockStore store(platform.ports);
-        BlockedAppsModel model(store);
-        platform.scheduler.runBackground();
-        platform.scheduler.runPosted();
-        QCOMPARE(model.count(), 2);
-        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
-        platform.scheduler.settle();
+        Fixture fixture({u"Alpha"_s, u"Beta"_s}, {u"Alpha"_s});
+        QCOMPARE(fixture.model->count(), 2);
+        fixture.install(u"Alpha"_s, u"Alpha"_s);
+        auto &icon = fixture.platform.icons.image;
+        icon = QImage(8, 8, QImage::Format_ARGB32);
+        icon.fill(Qt::red);
+        const QSignalSpy changed(fixture.model.get(), &QAbstractItemModel::dataChanged);
+        fixture.platform.scheduler.settle();
         QCOMPARE(announced(changed),
             (QList<std::pair<int, QList<int>>>{{0, {BlockedAppsModel::IconRole}}}));
     }
 
     void neighboursThatChangeAlikeAreAnnouncedTogether()
     {
-        FakePlatform platform;
-        auto records = *zorvane::records::decodedApplications(storedList(
-            {named(u"Alpha"_s), named(u"Beta"_s), named(u"Gamma"_s), named(u"Other"_s)}));
-        for (auto &record : records)
-            record.inspectionVersion = 1;
-        platform.preferences.values.insert(
-            u"blockedApplications"_s, zorvane::records::encodedApplications(records));
-        const auto rename = [&](const QString &name) {
-            platform.addBundle(u"/Applications/%1.app"_s.arg(name),
-                u"org.example."_s + name.toLower(), u"TEAM123456"_s, u"New "_s + name);
-        };
-        rename(u"Alpha"_s);
-        rename(u"Beta"_s);
-        rename(u"Other"_s);
-        zorvane::app::AppBlockStore store(platform.ports);
-        BlockedAppsModel model(store);
-        const QAbstractItemModelTester tester(
-            &model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        platform.scheduler.runBackground();
-        platform.scheduler.runPosted();
-        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
-        platform.scheduler.settle();
+        const QStringList names{u"Alpha"_s, u"Beta"_s, u"Gamma"_s, u"Other"_s};
+        Fixture fixture(names, names);
+        for (const auto &name : {u"Alpha"_s, u"Beta"_s, u"Other"_s})
+            fixture.install(name, u"New "_s + name);
+        const QSignalSpy changed(fixture.model.get(), &QAbstractItemModel::dataChanged);
+        fixture.platform.scheduler.settle();
         QList<std::pair<int, int>> rows;
         for (const auto &change : changed)
             rows.append({change.at(0).toModelIndex().row(), change.at(1).toModelIndex().row()});
@@ -204,38 +197,19 @@ private Q_SLOTS:
 
     void anApplicationThatIsNamedAnewChangesAndThenMoves()
     {
-        Fixture fixture({u"Alpha"_s, u"Beta"_s, u"Gamma"_s});
-        // A record of an older inspection is made anew, and its bundle has another name by now.
-        auto stale = zorvane::records::decodedApplications(
-            *fixture.platform.preferences.data(u"blockedApplications"_s));
-        for (auto &record : *stale)
-            record.inspectionVersion
-                = record.name == u"Alpha" ? 1 : zorvane::records::currentInspectionVersion;
-        FakePlatform platform;
-        platform.preferences.values.insert(
-            u"blockedApplications"_s, zorvane::records::encodedApplications(*stale));
-        platform.addBundle(
-            u"/Applications/Alpha.app"_s, u"org.example.alpha"_s, u"TEAM123456"_s, u"Omega"_s);
-        zorvane::app::AppBlockStore store(platform.ports);
-        BlockedAppsModel model(store);
-        const QAbstractItemModelTester tester(
-            &model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        platform.scheduler.runBackground();
-        platform.scheduler.runPosted();
-        QCOMPARE(model.index(0).data(BlockedAppsModel::NameRole).toString(), u"Alpha"_s);
-        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
-        platform.scheduler.settle();
+        Fixture fixture({u"Alpha"_s, u"Beta"_s, u"Gamma"_s}, {u"Alpha"_s});
+        fixture.install(u"Alpha"_s, u"Omega"_s);
+        QCOMPARE(fixture.names(), (QStringList{u"Alpha"_s, u"Beta"_s, u"Gamma"_s}));
+        const QSignalSpy changed(fixture.model.get(), &QAbstractItemModel::dataChanged);
+        fixture.platform.scheduler.settle();
         QCOMPARE(changed.size(), 1);
-        QCOMPARE(model.index(0).data(BlockedAppsModel::NameRole).toString(), u"Omega"_s);
+        QCOMPARE(fixture.names(), (QStringList{u"Omega"_s, u"Beta"_s, u"Gamma"_s}));
         // The next addition sorts the list, and takes the renamed one to its place.
-        const QSignalSpy moved(&model, &QAbstractItemModel::rowsMoved);
-        const QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
-        const QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
-        const auto path = u"/Applications/Delta.app"_s;
-        platform.addBundle(path, u"org.example.delta"_s, u"TEAM123456"_s, u"Delta"_s);
-        store.addApplication(QUrl::fromLocalFile(path));
-        platform.scheduler.settle();
-        QCOMPARE(model.index(3).data(BlockedAppsModel::NameRole).toString(), u"Omega"_s);
+        const QSignalSpy moved(fixture.model.get(), &QAbstractItemModel::rowsMoved);
+        const QSignalSpy inserted(fixture.model.get(), &QAbstractItemModel::rowsInserted);
+        const QSignalSpy removed(fixture.model.get(), &QAbstractItemModel::rowsRemoved);
+        fixture.add(u"Delta"_s);
+        QCOMPARE(fixture.names(), (QStringList{u"Beta"_s, u"Delta"_s, u"Gamma"_s, u"Omega"_s}));
         QVERIFY(!moved.isEmpty());
         QCOMPARE(inserted.size(), 1);
         QCOMPARE(removed.size(), 0);

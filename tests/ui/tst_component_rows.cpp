@@ -1,5 +1,5 @@
 #include "ui/observed.h"
-#include "ui/window_fixture.h"
+#include "ui/samples.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -11,11 +11,6 @@ using zorvane::ui::BlockedAppsModel;
 
 namespace
 {
-
-SampleApplication named(const QString &name)
-{
-    return {name, u"org.example."_s + name.toLower(), u"TEAM123456"_s, std::nullopt};
-}
 
 /** A record that runs as itself and as many helpers. */
 zorvane::records::BlockedApplication withHelpers(const QString &name, int helpers)
@@ -52,13 +47,13 @@ struct Rows : WindowFixture {
     }
 
     void toggle(int row)
-        // What is below, and the page, follow only with the next frame.
-        settle();
     {
         const auto before = called(u"disclosure"_s).value(row)->property("open").toBool();
         click(called(u"disclosure"_s).value(row));
         const auto lines = rowOf(called(u"disclosure"_s).value(row));
         QTRY_COMPARE(lines->property("unfolding").toReal(), before ? 0.0 : 1.0);
+        // What is below, and the page, follow only with the next frame.
+        settle();
     }
 
     /** The row that holds an item of it. */
@@ -81,7 +76,7 @@ private Q_SLOTS:
 
     void unfoldingMakesTheLinesOnce()
     {
-        Rows rows({named(u"Atlas"_s)});
+        Rows rows({sample(u"Atlas"_s)});
         const QSignalSpy made(
             Rows::rowOf(rows.called(u"disclosure"_s).value(0)), SIGNAL(linesChanged()));
         rows.toggle(0);
@@ -90,7 +85,7 @@ private Q_SLOTS:
 
     void aCountOfOneIsSingularEveryOtherPlural()
     {
-        Rows f({named(u"Alpha"_s), named(u"Beta"_s)});
+        Rows f({sample(u"Alpha"_s), sample(u"Beta"_s)});
         observe(f.platform, {observedProcess(f.platform, u"Beta"_s, u"helper"_s)});
         QCOMPARE(f.texts(u"disclosure"_s),
             (QStringList{u"1 network process"_s, u"2 network processes"_s}));
@@ -113,21 +108,9 @@ private Q_SLOTS:
         QVERIFY(f.button(u"Remove from list"_s));
     }
 
-    void theLinesStandUnderTheName()
-    {
-        Rows f({named(u"Alpha"_s)});
-        f.toggle(0);
-        QQuickItem *const row = Rows::rowOf(f.called(u"disclosure"_s).first());
-        QQuickItem *const line = f.called(u"componentName"_s).first()->parentItem();
-        const QQuickItem *const symbol = line->childItems().first();
-        QCOMPARE(symbol->mapToItem(row, {}).x(), 68.0);
-        QCOMPARE(symbol->width(), 24.0);
-        QCOMPARE(f.called(u"rowName"_s).first()->mapToItem(row, {}).x(), 68.0);
-    }
-
     void foldingOneRowLeavesTheOthersAsTheyAre()
     {
-        Rows f({named(u"Alpha"_s), named(u"Beta"_s), named(u"Gamma"_s)});
+        Rows f({sample(u"Alpha"_s), sample(u"Beta"_s), sample(u"Gamma"_s)});
         f.toggle(1);
         const auto open
             = [&](int row) { return f.called(u"disclosure"_s).at(row)->property("open").toBool(); };
@@ -139,7 +122,7 @@ private Q_SLOTS:
 
     void aRowThatIsMadeAnewIsFolded()
     {
-        Rows f({named(u"Alpha"_s)});
+        Rows f({sample(u"Alpha"_s)});
         f.toggle(0);
         const auto record = f.store->applications().constFirst();
         f.store->remove(record);
@@ -152,7 +135,7 @@ private Q_SLOTS:
 
     void aPassThatChangesOneRecordAnnouncesOnlyItsRow()
     {
-        Rows f({named(u"Alpha"_s), named(u"Beta"_s), named(u"Gamma"_s)});
+        Rows f({sample(u"Alpha"_s), sample(u"Beta"_s), sample(u"Gamma"_s)});
         observe(f.platform, {}); // the first pass brings all records to the present form
         BlockedAppsModel model(*f.store);
         const QAbstractItemModelTester tester(
@@ -171,7 +154,7 @@ private Q_SLOTS:
 
     void aProcessThatIsOnlyShownAnnouncesOnlyTheLinesOfItsRow()
     {
-        Rows f({named(u"Alpha"_s), named(u"Beta"_s)});
+        Rows f({sample(u"Alpha"_s), sample(u"Beta"_s)});
         observe(f.platform, {}); // the first pass brings all records to the present form
         BlockedAppsModel model(*f.store);
         const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
@@ -185,7 +168,7 @@ private Q_SLOTS:
 
     void aPassThatFindsNothingNewAnnouncesNothing()
     {
-        Rows f({named(u"Alpha"_s)});
+        Rows f({sample(u"Alpha"_s)});
         observe(f.platform, {}); // the first pass brings all records to the present form
         BlockedAppsModel model(*f.store);
         const auto processes = QList{observedProcess(f.platform, u"Alpha"_s, u"helper"_s)};
@@ -198,7 +181,7 @@ private Q_SLOTS:
 
     void aPassNeitherRebuildsOtherRowsNorFoldsOpenOnes()
     {
-        Rows f({named(u"Alpha"_s), named(u"Beta"_s)});
+        Rows f({sample(u"Alpha"_s), sample(u"Beta"_s)});
         f.toggle(0);
         f.toggle(1);
         QQuickItem *const alpha = Rows::rowOf(f.called(u"disclosure"_s).at(0));
@@ -240,7 +223,7 @@ private Q_SLOTS:
 
     void anOpenRowFollowsAProcessThatDisappears()
     {
-        Rows f({named(u"Alpha"_s)});
+        Rows f({sample(u"Alpha"_s)});
         observe(f.platform, {observedProcess(f.platform, u"Alpha"_s, u"curl"_s, std::nullopt)});
         f.toggle(0);
         QCOMPARE(f.texts(u"componentName"_s), (QStringList{u"Alpha"_s, u"curl"_s}));

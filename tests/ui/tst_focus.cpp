@@ -1,4 +1,4 @@
-#include "ui/window_fixture.h"
+#include "ui/samples.h"
 
 #include <QTest>
 
@@ -8,9 +8,7 @@ using namespace zorvane::tests;
 namespace
 {
 
-const QList<SampleApplication> two{
-    {u"Atlas"_s, u"org.example.atlas"_s, u"7QK2M4X9TP"_s, std::nullopt},
-    {u"Quill"_s, u"org.example.quill"_s, std::nullopt, std::nullopt}};
+const QList<SampleApplication> two{atlas, quill};
 
 /** What has the keyboard, by its name for assistive technology. */
 QString focused(const WindowFixture &fixture)
@@ -130,18 +128,14 @@ private Q_SLOTS:
 
     void aFocusedRowThatIsScrolledAwayKeepsIt()
     {
-        QList<SampleApplication> many;
-        for (int number = 10; number < 50; ++number)
-            many.append({u"App %1"_s.arg(number), u"org.example.app%1"_s.arg(number), std::nullopt,
-                std::nullopt});
-        WindowFixture fixture(many);
+        WindowFixture fixture(manySamples(40));
         focusButton(fixture, u"Remove from list"_s);
         auto *const area = fixture.item(u"page"_s);
         area->setProperty("contentY", area->property("contentHeight").toReal() - area->height());
-        QTRY_VERIFY(fixture.text(u"App 49"_s) != nullptr);
+        QTRY_VERIFY(fixture.text(u"App 39"_s) != nullptr);
         QTest::keyClick(fixture.window(), Qt::Key_Space);
-        QCOMPARE(fixture.store->applications().first().name, u"App 11"_s);
-        QCOMPARE(focused(fixture), u"App 11"_s);
+        QCOMPARE(fixture.store->applications().first().name, u"App 01"_s);
+        QCOMPARE(focused(fixture), u"App 01"_s);
     }
 
     void whatIsBehindTheGuideDoesNotTakeItFromThere()

@@ -1,4 +1,4 @@
-#include "ui/window_fixture.h"
+#include "ui/samples.h"
 
 #include <QTest>
 
@@ -8,14 +8,9 @@ using namespace zorvane::tests;
 namespace
 {
 
-SampleApplication named(const QString &name)
-{
-    return {name, u"org.example."_s + name.toLower(), std::nullopt, std::nullopt};
-}
-
 struct Fixture : WindowFixture {
     explicit Fixture(bool firstLaunch = false)
-        : WindowFixture({named(u"Alpha"_s), named(u"Beta"_s), named(u"Gamma"_s)}, firstLaunch)
+        : WindowFixture({sample(u"Alpha"_s), sample(u"Beta"_s), sample(u"Gamma"_s)}, firstLaunch)
     {
         if (!QTest::qWaitForWindowActive(window()))
             qFatal("the main window is not active");

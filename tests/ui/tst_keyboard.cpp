@@ -1,4 +1,4 @@
-#include "ui/window_fixture.h"
+#include "ui/samples.h"
 
 #include <QSet>
 #include <QTest>
@@ -8,15 +8,6 @@ using namespace zorvane::tests;
 
 namespace
 {
-
-QList<SampleApplication> numbered(int count)
-{
-    QList<SampleApplication> result;
-    for (int number = 0; number < count; ++number)
-        result.append({u"App %1"_s.arg(number, 2, 10, QChar(u'0')),
-            u"org.example.app%1"_s.arg(number), std::nullopt, std::nullopt});
-    return result;
-}
 
 /** The name of the row that has the focus, in it or in one of its parts; empty if none has. */
 QString focusedRow(const WindowFixture &fixture)
@@ -39,7 +30,7 @@ void focusFirstRow(const WindowFixture &fixture)
 /** Between the header and the lower edge of the window. */
 bool isInView(const WindowFixture &fixture, const QQuickItem *item)
 {
-    const auto place = item->mapRectToScene(QRectF(QPointF(), item->size()));
+    const auto place = inWindow(item);
     const auto headerTop = WindowFixture::menuBarHeight;
     const auto headerBottom = headerTop + 74;
     return place.bottom() <= fixture.window()->height() && place.top() >= headerTop
@@ -55,7 +46,7 @@ class TestKeyboard : public QObject
 private Q_SLOTS:
     void tabGoesThroughTheWindowAsOneReads()
     {
-        WindowFixture fixture(numbered(2));
+        WindowFixture fixture(manySamples(2));
         fixture.awaitApproval();
         QVERIFY(fixture.waitUntilGrown(u"approvalPanel"_s));
         QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
@@ -73,7 +64,7 @@ private Q_SLOTS:
 
     void tabReachesEveryRowOfALongListAndItsButtons()
     {
-        WindowFixture fixture(numbered(40));
+        WindowFixture fixture(manySamples(40));
         QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
         for (const auto key : {Qt::Key_Tab, Qt::Key_Backtab}) {
             QSet<QString> rows;
@@ -95,7 +86,7 @@ private Q_SLOTS:
 
     void arrowsGoFromRowToRow()
     {
-        WindowFixture fixture(numbered(3));
+        WindowFixture fixture(manySamples(3));
         focusFirstRow(fixture);
         QCOMPARE(focusedRow(fixture), u"App 00"_s);
         QTest::keyClick(fixture.window(), Qt::Key_Down);
@@ -109,7 +100,7 @@ private Q_SLOTS:
 
     void arrowsScrollToTheRow()
     {
-        WindowFixture fixture(numbered(40));
+        WindowFixture fixture(manySamples(40));
         focusFirstRow(fixture);
         for (int times = 0; times < 39; ++times)
             QTest::keyClick(fixture.window(), Qt::Key_Down);
@@ -119,7 +110,7 @@ private Q_SLOTS:
 
     void homeAndEndGoToTheFirstRowAndTheLast()
     {
-        WindowFixture fixture(numbered(40));
+        WindowFixture fixture(manySamples(40));
         focusFirstRow(fixture);
         QTest::keyClick(fixture.window(), Qt::Key_End);
         QCOMPARE(focusedRow(fixture), u"App 39"_s);
@@ -133,7 +124,7 @@ private Q_SLOTS:
 
     void pageKeysGoOnByMostOfAWindow()
     {
-        WindowFixture fixture(numbered(40));
+        WindowFixture fixture(manySamples(40));
         focusFirstRow(fixture);
         QTest::keyClick(fixture.window(), Qt::Key_PageDown);
         // Four fifths of 650 are nine rows of 57.
@@ -152,7 +143,7 @@ private Q_SLOTS:
 
     void deleteRemovesTheFocusedRowAndTheNextOneTakesTheFocus()
     {
-        WindowFixture fixture(numbered(3));
+        WindowFixture fixture(manySamples(3));
         focusFirstRow(fixture);
         QTest::keyClick(fixture.window(), Qt::Key_Down);
         QTest::keyClick(fixture.window(), Qt::Key_Delete);
@@ -192,7 +183,7 @@ private Q_SLOTS:
 
     void backtabFromARowOutOfSightGoesToTheButtonsOfTheRowBeforeIt()
     {
-        WindowFixture fixture(numbered(40));
+        WindowFixture fixture(manySamples(40));
         focusFirstRow(fixture);
         for (int times = 0; times < 20; ++times)
             QTest::keyClick(fixture.window(), Qt::Key_Down);

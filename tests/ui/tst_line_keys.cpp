@@ -56,8 +56,7 @@ struct Fixture : WindowFixture {
 
     [[nodiscard]] bool isInView() const
     {
-        const auto *const focused = window()->activeFocusItem();
-        const auto place = focused->mapRectToScene(QRectF(QPointF(), focused->size()));
+        const auto place = inWindow(window()->activeFocusItem());
         return place.top() >= menuBarHeight + 74 && place.bottom() <= window()->height();
     }
 };

@@ -1,4 +1,5 @@
-#include "ui/window_fixture.h"
+#include "ui/measures.h"
+#include "ui/samples.h"
 
 #include <functional>
 #include <QTest>
@@ -9,18 +10,12 @@ using namespace zorvane::tests;
 namespace
 {
 
-const SampleApplication atlas{u"Atlas"_s, u"org.example.atlas"_s, u"7QK2M4X9TP"_s, std::nullopt};
-
 qreal unfoldedBy(const WindowFixture &fixture)
 {
     return fixture.item(u"blockedApps"_s)->height() - 56;
 }
 
-/** The box of an alert or a sheet. */
-const QQuickItem *boxOf(const QQuickItem *layer)
-{
-    return layer->childItems().value(1);
-}
+const auto alertBox = partOf(named(u"alertBox"_s), u"box"_s);
 
 /** What @p value is in each frame from @p act on, until @p done. */
 QList<qreal> inEachFrame(const WindowFixture &fixture, const std::function<void()> &act,
@@ -101,21 +96,35 @@ private Q_SLOTS:
         WindowFixture fixture;
         fixture.platform.motion.setReduced(true);
         const auto scales = inEachFrame(
-            fixture, [&] { fixture.raiseAlert(); },
-            [&] { return boxOf(fixture.item(u"alertBox"_s))->scale(); },
+            fixture, [&] { fixture.raiseAlert(); }, [&] { return alertBox(fixture)->scale(); },
             [&] { return fixture.item(u"alertBox"_s)->opacity() == 1; });
         QVERIFY(!scales.isEmpty());
         for (const auto scale : scales)
             QCOMPARE(scale, 1.0);
     }
 
+    void reducedAPageOfTheGuideFadesInAtItsSize()
+    {
+        WindowFixture fixture({}, true);
+        fixture.platform.motion.setReduced(true);
+        QTRY_COMPARE(fixture.item(u"onboarding"_s)->opacity(), 1.0);
+        const auto second = numbered(u"onboardingPage"_s, 1);
+        const auto scales = inEachFrame(
+            fixture, [&] { fixture.click(fixture.button(u"Continue"_s)); },
+            [&] { return second(fixture) == nullptr ? 1 : second(fixture)->scale(); },
+            [&] { return fixture.text(u"Welcome to Zorvane"_s) == nullptr; });
+        QVERIFY(!scales.isEmpty());
+        for (const auto scale : scales)
+            QCOMPARE(scale, 1.0);
+        QCOMPARE(numbered(u"pageMark"_s, 1)(fixture)->width(), 22.0);
+    }
+
     void usuallyAnAlertGrowsABit()
     {
         WindowFixture fixture;
         fixture.raiseAlert();
-        const auto *const layer = fixture.item(u"alertBox"_s);
-        QVERIFY(boxOf(layer)->scale() < 1);
-        QTRY_COMPARE(boxOf(layer)->scale(), 1.0);
+        QVERIFY(alertBox(fixture)->scale() < 1);
+        QTRY_COMPARE(alertBox(fixture)->scale(), 1.0);
     }
 };
 

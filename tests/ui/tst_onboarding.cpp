@@ -1,6 +1,5 @@
 #include "ui/window_fixture.h"
 
-#include <QColor>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -51,40 +50,12 @@ private Q_SLOTS:
                 u"You're Ready"_s}));
     }
 
-    void thePagesHaveTheirSymbolsAndTexts()
-    {
-        const QList<zorvane::ui::OnboardingStep> expected{
-            {u"shield.lefthalf.filled"_s, u"Welcome to Zorvane"_s,
-                u"A simple, private way to stop selected apps from accessing the internet. Network "
-                "decisions happen locally on your Mac."_s},
-            {u"arrow.down.app.fill"_s, u"Move to Applications"_s,
-                u"Before turning on protection, drag Zorvane into your Mac's Applications folder "
-                "and open it from there. The installer window makes this a single drag."_s},
-            {u"switch.2"_s, u"Turn On Protection"_s,
-                u"Use the switch in the top-right corner. If macOS needs approval, Zorvane will "
-                "show the exact steps and a button to open System Settings."_s},
-            {u"app.dashed"_s, u"Drop In an App"_s,
-                u"Drag any .app from Finder into Zorvane. Its embedded helpers are added "
-                "automatically. Expand the app's network-process list to see helpers and "
-                "background services as they are detected."_s},
-            {u"questionmark.circle"_s, u"You're Ready"_s,
-                u"Remove an app from the list whenever you want to restore access. Use the "
-                "question mark in the header to view this guide again."_s}};
-        QCOMPARE(onboardingSteps(false, false), expected);
-    }
-
     void theFirstLaunchShowsTheGuide()
     {
         const WindowFixture fixture({}, true);
         QVERIFY(fixture.item(u"onboarding"_s) != nullptr);
         QVERIFY(fixture.text(u"Welcome to Zorvane"_s) != nullptr);
         QVERIFY(!fixture.button(u"Back"_s)->isEnabled());
-        const auto *const square = fixture.item(u"onboardingSquare"_s);
-        QCOMPARE(square->size(), QSizeF(100, 100));
-        QCOMPARE(square->property("radius").toReal(), 26.0);
-        QCOMPARE(
-            square->property("color").value<QColor>(), QColor::fromRgbF(0, 0x7a / 255.F, 1, 0.1F));
-        QCOMPARE(fixture.item(u"onboardingMessage"_s)->width(), 420.0);
     }
 
     void laterLaunchesDoNot()
@@ -108,8 +79,6 @@ private Q_SLOTS:
         QTRY_COMPARE(fixture.item(u"onboarding"_s)->opacity(), 1.0);
         for (int at = 0; at < page; ++at)
             fixture.click(fixture.button(u"Continue"_s));
-        QCOMPARE(
-            fixture.button(u"Skip"_s)->property("toolTip").toString(), u"Close the tutorial"_s);
         fixture.click(fixture.button(u"Skip"_s));
         QVERIFY(isCompleted(fixture));
         QTRY_COMPARE(fixture.item(u"onboarding"_s), nullptr);
@@ -171,9 +140,7 @@ private Q_SLOTS:
     {
         WindowFixture fixture;
         fixture.enable();
-        auto *const help = fixture.button(u"Show getting started"_s);
-        QCOMPARE(help->size(), QSizeF(28, 28));
-        fixture.click(help);
+        fixture.click(fixture.button(u"Show getting started"_s));
         QVERIFY(fixture.text(u"Welcome to Zorvane"_s) != nullptr);
         QCOMPARE(fixture.ui->onboarding().steps().size(), 3);
         QTRY_COMPARE(fixture.item(u"onboarding"_s)->opacity(), 1.0);

@@ -1,5 +1,6 @@
+#include "ui/appearance.h"
+#include "ui/measures.h"
 #include "ui/press_area.h"
-#include "ui/window_fixture.h"
 
 #include <algorithm>
 #include <QSignalSpy>
@@ -7,6 +8,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
+using namespace zorvane::tests::colours;
 using zorvane::ui::PressArea;
 
 namespace
@@ -27,23 +29,16 @@ struct Fixture : WindowFixture {
 
     [[nodiscard]] QPoint elsewhere() const { return centre() - QPoint(200, 0); }
 
-    /** Its parts that are rectangles: the face and the ring, if there are any. */
-    [[nodiscard]] qsizetype rectangles() const
+    /** Its part of this name; null if it has not been built. */
+    [[nodiscard]] QQuickItem *part(const QString &name) const
     {
-        const auto children = area->childItems();
-        return std::ranges::count_if(
-            children, [](const auto *child) { return child->inherits("QQuickRectangle"); });
+        const auto parts = area->childItems();
+        const auto found = std::ranges::find(parts, name, &QObject::objectName);
+        return found == parts.cend() ? nullptr : *found;
     }
 
-    /** Its part that has this property. */
-    [[nodiscard]] QQuickItem *part(const char *property) const
-    {
-        for (auto *const child : area->childItems()) {
-            if (child->property(property).isValid())
-                return child;
-        }
-        return nullptr;
-    }
+    [[nodiscard]] QQuickItem *face() const { return part(u"plainFace"_s); }
+    [[nodiscard]] QQuickItem *ring() const { return part(u"focusRing"_s); }
 
     PressArea *area;
 };
@@ -101,23 +96,58 @@ private Q_SLOTS:
     void theFaceIsBuiltUnderThePointer()
     {
         const Fixture fixture;
-        QCOMPARE(fixture.rectangles(), 0);
+        QCOMPARE(fixture.face(), nullptr);
         QTest::mouseMove(fixture.window(), fixture.elsewhere());
         QTest::mouseMove(fixture.window(), fixture.centre());
         QTRY_VERIFY(fixture.area->isHovered());
-        QCOMPARE(fixture.rectangles(), 1);
+        QCOMPARE(fixture.face()->opacity(), 0.0);
+        QTRY_COMPARE(fixture.face()->opacity(), 1.0);
+        QCOMPARE(fixture.ring(), nullptr);
         QTest::mouseMove(fixture.window(), fixture.elsewhere());
         QTRY_VERIFY(!fixture.area->isHovered());
-        QTRY_COMPARE(fixture.area->childItems().last()->opacity(), 0.0);
+        QTRY_COMPARE(fixture.face()->opacity(), 0.0);
+    }
+
+    void pressedItsFaceIsDarkerAndItsSymbolComesForward_data()
+    {
+        QTest::addColumn<bool>("dark");
+        QTest::newRow("light") << false;
+        QTest::newRow("dark") << true;
+    }
+
+    void pressedItsFaceIsDarkerAndItsSymbolComesForward()
+    {
+        QFETCH(bool, dark);
+        const Appearance appearance(dark);
+        const Fixture fixture;
+        auto *const help = qobject_cast<PressArea *>(fixture.button(u"Show getting started"_s));
+        const auto face = partOf(button(u"Show getting started"_s), u"plainFace"_s);
+        const auto mark = symbol(u"questionmark.circle"_s);
+        const auto colour = [&](const Find &find) {
+            return find(fixture)->property("color").value<QColor>().rgba();
+        };
+        const auto centre = inWindow(help).center().toPoint();
+        QTest::mouseMove(fixture.window(), centre + QPoint(0, 60));
+        QTest::mouseMove(fixture.window(), centre);
+        QTRY_VERIFY(help->isHovered());
+        QCOMPARE(colour(face), (dark ? white(0.12) : quaternary).rgba());
+        QCOMPARE(colour(mark), (dark ? white(0.64) : secondary).rgba());
+        QTest::mousePress(fixture.window(), Qt::LeftButton, {}, centre);
+        QCOMPARE(colour(face), (dark ? white(0.20) : black(0.13)).rgba());
+        QCOMPARE(colour(mark), (dark ? white(0.92) : primary).rgba());
+        QTest::mouseMove(fixture.window(), centre + QPoint(0, 60));
+        QTest::mouseRelease(fixture.window(), Qt::LeftButton, {}, centre + QPoint(0, 60));
     }
 
     void theRingIsBuiltWhenTheKeyboardComes()
     {
         const Fixture fixture;
         QVERIFY(QTest::qWaitForWindowActive(fixture.window()));
+        QCOMPARE(fixture.ring(), nullptr);
         fixture.area->forceActiveFocus(Qt::TabFocusReason);
-        QCOMPARE(fixture.rectangles(), 1);
-        const auto *const ring = fixture.area->childItems().last();
+        QCOMPARE(fixture.face(), nullptr);
+        const auto *const ring = fixture.ring();
+        QVERIFY(ring != nullptr);
         QCOMPARE(ring->mapRectToItem(fixture.area, QRectF(QPointF(), ring->size())),
             QRectF(-3, -3, 24 + 6, 24 + 6));
         fixture.button(u"Show getting started"_s)->forceActiveFocus(Qt::TabFocusReason);
@@ -173,10 +203,10 @@ private Q_SLOTS:
         fixture.area->setRadius(9);
         fixture.area->setFocusGap(2);
         fixture.area->setFocusInset(4);
-        const auto *const ring = fixture.part("gap");
+        const auto *const ring = fixture.ring();
         QCOMPARE(ring->property("radius").toReal(), 9.0 + 2 + 3);
         QCOMPARE(ring->position(), QPointF(4 - 5, -5));
-        const auto *const face = fixture.part("pressed");
+        const auto *const face = fixture.face();
         QCOMPARE(face->property("radius").toReal(), 9.0);
         QCOMPARE(face->position(), QPointF(4, 0));
     }

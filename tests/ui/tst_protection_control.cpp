@@ -1,6 +1,5 @@
 #include "ui/window_fixture.h"
 
-#include <QColor>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -11,48 +10,34 @@ class TestProtectionControl : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void eachStatusHasItsDotItsTextAndItsSwitch_data()
+    void eachStatusHasItsSwitch_data()
     {
         using Enter = std::function<void(WindowFixture &)>;
         QTest::addColumn<Enter>("enter");
-        QTest::addColumn<QColor>("dot");
-        QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("usable");
         QTest::addColumn<bool>("on");
-        const QColor orange(0xff9500);
-        QTest::newRow("inactive") << Enter([](auto &) {}) << QColor(0x8e8e93) << u"Protection off"_s
-                                  << true << false;
+        QTest::addColumn<bool>("explained");
+        const auto nothing = [](auto &) {};
+        const auto fail = [](auto &fixture) { fixture.fail(u"It failed."_s); };
+        QTest::newRow("inactive") << Enter(nothing) << true << false << false;
         QTest::newRow("installation required")
-            << Enter([](auto &fixture) { fixture.requireInstallation(); }) << orange
-            << u"Move to Applications"_s << false << false;
-        QTest::newRow("activating") << Enter([](auto &fixture) { fixture.activate(); }) << orange
-                                    << u"Turning on\u2026"_s << false << false;
-        QTest::newRow("awaiting approval") << Enter([](auto &fixture) { fixture.awaitApproval(); })
-                                           << orange << u"Awaiting approval"_s << false << false;
-        QTest::newRow("enabled") << Enter([](auto &fixture) { fixture.enable(); })
-                                 << QColor(0x28b84a) << u"Protection on"_s << true << true;
-        QTest::newRow("failed") << Enter([](auto &fixture) { fixture.fail(u"It failed."_s); })
-                                << QColor(0xff3b30) << u"Action required"_s << true << false;
+            << Enter(&WindowFixture::requireInstallation) << false << false << true;
+        QTest::newRow("activating") << Enter(&WindowFixture::activate) << false << false << false;
+        QTest::newRow("awaiting approval")
+            << Enter(&WindowFixture::awaitApproval) << false << false << false;
+        QTest::newRow("enabled") << Enter(&WindowFixture::enable) << true << true << false;
+        QTest::newRow("failed") << Enter(fail) << true << false << false;
     }
 
-    void eachStatusHasItsDotItsTextAndItsSwitch()
+    void eachStatusHasItsSwitch()
     {
         QFETCH(std::function<void(WindowFixture &)>, enter);
         WindowFixture fixture;
         enter(fixture);
-        const auto *const dot = fixture.item(u"statusDot"_s);
-        QTEST(dot->property("color").value<QColor>(), "dot");
-        QCOMPARE(dot->size(), QSizeF(8, 8));
-        QCOMPARE(dot->property("radius").toReal(), 4.0);
-        const auto *const label = fixture.item(u"statusText"_s);
-        QTEST(label->property("text").toString(), "text");
-        QCOMPARE(label->property("font").value<QFont>().pixelSize(), 11);
-        QCOMPARE(label->property("font").value<QFont>().weight(), QFont::Medium);
         const auto *const toggle = fixture.item(u"protectionSwitch"_s);
         QTEST(toggle->isEnabled(), "usable");
         QTEST(toggle->property("checked").toBool(), "on");
-        QFETCH(QString, text);
-        QCOMPARE(fixture.item(u"explanationLayer"_s) != nullptr, text == u"Move to Applications"_s);
+        QTEST(fixture.item(u"explanationLayer"_s) != nullptr, "explained");
     }
 
     void theSwitchAsksForProtectionAndFollowsTheStatus()
@@ -79,9 +64,7 @@ private Q_SLOTS:
         WindowFixture fixture;
         fixture.requireInstallation();
         fixture.click(fixture.item(u"protectionSwitch"_s));
-        QCOMPARE(fixture.store->alertMessage(),
-            u"Move Zorvane to your Mac's Applications folder, quit this copy, and open it again "
-            "from Applications before turning on protection."_s);
+        QVERIFY(fixture.store->alertMessage().has_value());
         QVERIFY(fixture.text(*fixture.store->alertMessage()) != nullptr);
     }
 

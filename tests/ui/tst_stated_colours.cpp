@@ -1,16 +1,13 @@
-#include "ui/appearance.h"
-#include "ui/measures.h"
-#include "ui/window_states.h"
+#include "ui/measure_table.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
+using namespace zorvane::tests::colours;
 
 namespace
 {
-
-using Make = std::function<states::Window()>;
 
 /** What is looked at, and its colour in light and in dark. */
 struct Shade {
@@ -23,57 +20,130 @@ struct Shade {
 
 using Shades = QList<Shade>;
 
-const QColor blue(0x007aff);
-const QColor darkBlue(0x0a84ff);
-const QColor orange(0xff9500);
-const QColor darkOrange(0xff9f0a);
-
-QColor black(double opacity)
+ByAppearance inBoth(const Shades &shades)
 {
-    return faded(QColor(Qt::black), opacity);
-}
-
-QColor white(double opacity)
-{
-    return faded(QColor(Qt::white), opacity);
+    return [=](bool dark) {
+        Measures measures;
+        for (const auto &[what, find, property, light, darkened] : shades)
+            measures << of(what, find, property, dark ? darkened : light);
+        return measures;
+    };
 }
 
 Shades panel(
-    const QString &place, const QColor &light, const QColor &dark, double fill, double stroke)
+    const QString &name, const QColor &light, const QColor &dark, double fill, double stroke)
 {
-    return {{place, shownBy(place), "color", faded(light, fill), faded(dark, fill)},
-        {place, shownBy(place), "border.color", faded(light, stroke), faded(dark, stroke)}};
+    return {{name, named(name), "color", faded(light, fill), faded(dark, fill)},
+        {name, named(name), "border.color", faded(light, stroke), faded(dark, stroke)}};
+}
+
+const Shades header{
+    {u"title"_s, named(u"headerTitle"_s), "color", primary, white(0.92)},
+    {u"tagline"_s, text(u"Control which apps can access the network"_s), "color", secondary,
+        white(0.64)},
+    {u"help"_s, symbol(u"questionmark.circle"_s), "color", secondary, white(0.64)},
+    {u"dot"_s, named(u"statusDot"_s), "color", QColor(0x8e8e93), QColor(0x98989d)},
+    {u"status"_s, named(u"statusText"_s), "color", primary, white(0.92)},
+};
+
+const Shades restingZone{
+    {u"fill"_s, named(u"dropZoneFill"_s), "color", faded(blue, 0.06), faded(darkBlue, 0.06)},
+    {u"border"_s, named(u"dropZoneDashes"_s), "color", faded(blue, 0.45), faded(darkBlue, 0.45)},
+    {u"symbol"_s, named(u"dropZoneSymbol"_s), "color", blue, darkBlue},
+    {u"headline"_s, named(u"dropZoneTitle"_s), "color", primary, white(0.92)},
+    {u"line"_s, named(u"dropZoneLine"_s), "color", secondary, white(0.64)},
+};
+
+const Shades hoveredZone{
+    {u"fill"_s, named(u"dropZoneFill"_s), "color", blueSolid, QColor(0x0a6be0)},
+    {u"border"_s, named(u"dropZoneOutline"_s), "border.color", white(0.65), white(0.65)},
+    {u"symbol"_s, named(u"dropZoneHighlightedSymbol"_s), "color", white(1), white(1)},
+    {u"headline"_s, named(u"dropZoneTitle"_s), "color", white(1), white(1)},
+    {u"line"_s, named(u"dropZoneLine"_s), "color", white(1), white(1)},
+};
+
+const Shades emptyList{
+    {u"card"_s, named(u"listCard"_s), "color", white(1), QColor(0x323235)},
+    {u"card's edge"_s, partOf(named(u"listCard"_s), u"cardEdge"_s), "border.color", black(0.07),
+        white(0.08)},
+    {u"heading"_s, text(u"Blocked apps"_s), "color", primary, white(0.92)},
+    {u"symbol"_s, symbol(u"checkmark.shield"_s), "color", secondary, white(0.64)},
+    {u"title"_s, text(u"No blocked apps"_s), "color", primary, white(0.92)},
+    {u"line"_s, text(u"Apps you add will appear here."_s), "color", secondary, white(0.64)},
+};
+
+Shades statusIs(const QColor &light, const QColor &dark)
+{
+    return {{u"dot"_s, named(u"statusDot"_s), "color", light, dark}};
 }
 
 const Shades list{
     {u"count badge"_s, named(u"countBadge"_s), "color", black(0.07), white(0.12)},
-    {u"badge"_s, named(u"blockedBadge"_s), "color", faded(QColor(0xff3b30), 0.09),
-        faded(QColor(0xff453a), 0.09)},
-    {u"badge text"_s, text(u"Blocked"_s), "color", QColor(0xc8101e), QColor(0xff7a72)},
+    {u"badge"_s, named(u"blockedBadge"_s), "color", faded(red, 0.09), faded(darkRed, 0.09)},
+    {u"badge text"_s, text(u"Blocked"_s), "color", redText, QColor(0xff7a72)},
+    {u"lock"_s, symbol(u"lock.fill"_s), "color", redText, QColor(0xff7a72)},
+    {u"chevron"_s, symbol(u"chevron.right"_s), "color", secondary, white(0.64)},
+    {u"component's symbol"_s, named(u"componentSymbol"_s), "color", secondary, white(0.64)},
+    {u"component"_s, named(u"componentName"_s), "color", primary, white(0.92)},
+    {u"kind"_s, named(u"componentKind"_s), "color", secondary, white(0.64)},
     {u"name"_s, named(u"rowName"_s), "color", black(0.86), white(0.92)},
     {u"identifiers"_s, named(u"rowIdentifiers"_s), "color", black(0.60), white(0.64)},
     {u"divider"_s, numbered(u"divider"_s, 1), "color", black(0.10), white(0.10)},
 };
 
-const Shades enabledSwitch{{u"switch"_s, named(u"track"_s), "color", black(0.14), white(0.20)}};
+const Shades switchOff{{u"switch"_s, named(u"track"_s), "color", black(0.14), white(0.20)}};
+
+const Shades buttons{
+    {u"prominent"_s, text(u"Open System Settings"_s), "color", white(1), white(1)},
+    {u"bordered"_s, text(u"Retry Activation"_s), "color", primary, white(0.92)},
+};
+
+Shade sheet(const QString &layer)
+{
+    return {layer, partOf(named(layer), u"box"_s), "color", QColor(0xf2f2f3), QColor(0x2c2c2e)};
+}
 
 const Shades guide{
-    {u"sheet"_s, childOf(named(u"onboarding"_s), 1), "color", QColor(0xf2f2f3), QColor(0x2c2c2e)}};
+    sheet(u"onboarding"_s),
+    {u"square"_s, named(u"onboardingSquare"_s), "color", faded(blue, 0.1), faded(darkBlue, 0.1)},
+    {u"symbol"_s, named(u"onboardingSymbol"_s), "color", blue, darkBlue},
+    {u"title"_s, named(u"onboardingTitle"_s), "color", primary, white(0.92)},
+    {u"message"_s, named(u"onboardingMessage"_s), "color", secondary, white(0.64)},
+    {u"mark"_s, named(u"pageMark"_s), "color", blue, darkBlue},
+    {u"other mark"_s, numbered(u"pageMark"_s, 1), "color", black(0.25 * 0.60), white(0.25 * 0.64)},
+};
+
 const Shades alert{
-    {u"box"_s, childOf(named(u"alertBox"_s), 1), "color", QColor(0xf2f2f3), QColor(0x2c2c2e)}};
-const Shades disabledSwitch{{u"switch"_s, named(u"track"_s), "color", black(0.07), white(0.09)}};
+    sheet(u"alertBox"_s),
+    {u"title"_s, named(u"alertTitle"_s), "color", primary, white(0.92)},
+    {u"message"_s, text(u"Drop an application with the .app extension."_s), "color", primary,
+        white(0.92)},
+};
+
+const Shades disabledSwitch{
+    {u"switch"_s, named(u"track"_s), "color", black(0.07), white(0.09)},
+    {u"knob"_s, named(u"knob"_s), "color", QColor(0xfbfbfb), QColor(0x7c7c80)},
+};
+const Shades switchOn{{u"switch"_s, named(u"track"_s), "color", blue, darkBlue}};
 
 const Find note = named(u"protectionNote"_s);
 const Shades settings{
     {u"note"_s, note, "color", black(0.60), white(0.64)},
-    {u"group"_s, parentOf(parentOf(parentOf(note))), "color", QColor(Qt::white), QColor(0x323235)},
+    {u"group"_s, named(u"groupCard"_s), "color", white(1), QColor(0x323235)},
+    {u"group's edge"_s, named(u"cardEdge"_s), "border.color", black(0.07), white(0.08)},
 };
 
 const Shades failure{
-    {u"dot"_s, named(u"statusDot"_s), "color", QColor(0xff3b30), QColor(0xff453a)},
+    {u"dot"_s, named(u"statusDot"_s), "color", red, darkRed},
     {u"label"_s, text(u"Restart your Mac to finish installing the extension."_s), "color",
-        QColor(0xa84e00), QColor(0xffb340)},
+        orangeText, QColor(0xffb340)},
+    {u"symbol"_s, symbol(u"exclamationmark.triangle.fill"_s), "color", orangeText, darkOrange},
 };
+
+void add(const char *name, const Make &make, const Shades &shades)
+{
+    QTest::newRow(name) << make << inBoth(shades);
+}
 
 } // namespace
 
@@ -85,41 +155,27 @@ class TestStatedColours : public QObject
 private Q_SLOTS:
     void everyColourIsKept_data()
     {
-        QTest::addColumn<Make>("make");
-        QTest::addColumn<Shades>("shades");
-        QTest::newRow("off") << Make(states::empty) << enabledSwitch;
-        QTest::newRow("list") << Make(states::listed) << list;
-        QTest::newRow("update") << Make(states::updated)
-                                << panel(u"updatePanel"_s, blue, darkBlue, 0.08, 0.25);
-        QTest::newRow("installation")
-            << Make(states::installationRequired)
-            << panel(u"installationPanel"_s, orange, darkOrange, 0.09, 0.28) + disabledSwitch;
-        QTest::newRow("approval") << Make(states::awaitingApproval)
-                                  << panel(u"approvalPanel"_s, blue, darkBlue, 0.08, 0.25)
-                + disabledSwitch;
-        QTest::newRow("failed") << Make(states::failed) << failure;
-        QTest::newRow("guide") << Make([] { return states::guide(0); }) << guide;
-        QTest::newRow("alert") << Make(states::alerted) << alert;
-        QTest::newRow("settings") << Make(states::settings) << settings;
+        beginByAppearance();
+        add("header", states::empty, header + switchOff);
+        add("drop zone", states::empty, restingZone);
+        add("drop zone, hovered", states::dropHovering, hoveredZone);
+        add("empty list", states::empty, emptyList);
+        add("activating", states::activating, statusIs(orange, darkOrange) + disabledSwitch);
+        add("enabled", states::enabled, statusIs(QColor(0x28b84a), QColor(0x30d158)) + switchOn);
+        add("list", states::listed, list);
+        add("update", states::updated, panel(u"updateBox"_s, blue, darkBlue, 0.08, 0.25));
+        add("installation", states::installationRequired,
+            panel(u"installationBox"_s, orange, darkOrange, 0.09, 0.28) + disabledSwitch);
+        add("approval", states::awaitingApproval,
+            panel(u"approvalBox"_s, blue, darkBlue, 0.08, 0.25) + buttons + disabledSwitch);
+        add("failed", states::failed, failure);
+        add(
+            "guide", [] { return states::guide(0); }, guide);
+        add("alert", states::alerted, alert);
+        add("settings", states::settings, settings);
     }
 
-    void everyColourIsKept()
-    {
-        QFETCH(Make, make);
-        QFETCH(Shades, shades);
-        QStringList wrong;
-        for (const bool dark : {false, true}) {
-            const Appearance appearance(dark);
-            const auto window = make();
-            QTRY_COMPARE(window->window()->color(), Appearance::window(dark));
-            Measures measures;
-            for (const auto &[what, find, property, light, darkened] : shades)
-                measures << of(what, find, property, dark ? darkened : light);
-            for (const auto &each : wrongMeasures(*window, measures))
-                wrong << (dark ? u"dark: "_s : u"light: "_s) + each;
-        }
-        QVERIFY2(wrong.isEmpty(), qUtf8Printable(wrong.join(u'\n')));
-    }
+    void everyColourIsKept() { keepByAppearance(); }
 };
 
 QTEST_MAIN(TestStatedColours)

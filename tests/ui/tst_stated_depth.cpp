@@ -1,6 +1,4 @@
-#include "ui/appearance.h"
-#include "ui/measures.h"
-#include "ui/window_states.h"
+#include "ui/measure_table.h"
 
 #include <QJSValue>
 #include <QQmlListReference>
@@ -8,39 +6,15 @@
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
+using namespace zorvane::tests::colours;
 
 namespace
 {
 
-using Make = std::function<states::Window()>;
-/** The measures of a window, in light or in dark. */
-using Table = std::function<Measures(bool dark)>;
-
-QColor black(double opacity)
-{
-    return faded(QColor(Qt::black), opacity);
-}
-
-QColor white(double opacity)
-{
-    return faded(QColor(Qt::white), opacity);
-}
-
-Find shadowOf(const Find &find)
-{
-    return [=](const WindowFixture &window) -> QQuickItem * {
-        const auto *const item = find(window);
-        const auto children = item == nullptr ? QList<QQuickItem *>() : item->childItems();
-        const auto found = std::find_if(children.cbegin(), children.cend(),
-            [](const QQuickItem *child) { return child->property("strength").isValid(); });
-        return found == children.cend() ? nullptr : *found;
-    };
-}
-
 /** The picture of the shadow reaches twice the blur beyond the box. */
 Measures shadow(const Find &box, double blur, double down, double strength)
 {
-    const auto cast = shadowOf(box);
+    const auto cast = partOf(box, u"shadow"_s);
     return {
         of(u"shadow"_s, cast, "blur", blur),
         of(u"shadow"_s, cast, "opacity", strength),
@@ -56,8 +30,8 @@ Measures shadow(const Find &box, double blur, double down, double strength)
 Measures layer(const QString &name, bool dark)
 {
     const auto whole = named(name);
-    const auto dim = childOf(whole, 0);
-    const auto edge = childOf(childOf(whole, 1), 1);
+    const auto dim = partOf(whole, u"dim"_s);
+    const auto edge = partOf(partOf(whole, u"box"_s), u"edge"_s);
     return {
         of(u"dim"_s, dim, "color", black(dark ? 0.45 : 0.25)),
         between(u"dim, left"_s, named(u"page"_s), dim, insetLeft, 0),
@@ -68,14 +42,14 @@ Measures layer(const QString &name, bool dark)
     };
 }
 
-const auto header = parentOf(parentOf(named(u"ownIcon"_s)));
+const auto header = named(u"header"_s);
 
 /** One of the stops of what the header is filled with. */
 Measure stop(int number, const char *property, const QVariant &expected)
 {
     return {u"stop %1: %2"_s.arg(number).arg(QLatin1StringView(property)),
         [=](const WindowFixture &window) -> QVariant {
-            const auto *const material = childOf(header, 0)(window);
+            const auto *const material = partOf(header, u"headerMaterial"_s)(window);
             auto *const gradient = material->property("gradient").value<QJSValue>().toQObject();
             if (gradient == nullptr)
                 return {};
@@ -88,7 +62,7 @@ Measure stop(int number, const char *property, const QVariant &expected)
 Measures headerMaterial(bool dark)
 {
     const QColor material(dark ? 0x2e2e30 : 0xf6f6f6);
-    const auto line = childOf(header, 1);
+    const auto line = partOf(header, u"headerLine"_s);
     return {
         stop(0, "position", 0.0),
         stop(0, "color", faded(material, 0.985)),
@@ -99,25 +73,25 @@ Measures headerMaterial(bool dark)
         of(u"line"_s, line, "height", 1.0),
         of(u"line"_s, line, "color", black(dark ? 0.40 : 0.09)),
         between(u"line at the edge"_s, header, line, insetBottom, 0),
-        gone(u"shadow"_s, shadowOf(header)),
+        gone(u"shadow"_s, partOf(header, u"shadow"_s)),
     };
 }
 
 Measures sheet(bool dark)
 {
     return layer(u"onboarding"_s, dark)
-        + shadow(childOf(named(u"onboarding"_s), 1), 24, 16, dark ? 0.65 : 0.38);
+        + shadow(partOf(named(u"onboarding"_s), u"box"_s), 24, 16, dark ? 0.65 : 0.38);
 }
 
 Measures alert(bool dark)
 {
     return layer(u"alertBox"_s, dark)
-        + shadow(childOf(named(u"alertBox"_s), 1), 20, 12, dark ? 0.60 : 0.35);
+        + shadow(partOf(named(u"alertBox"_s), u"box"_s), 20, 12, dark ? 0.60 : 0.35);
 }
 
 Measures knob(bool /*dark*/)
 {
-    return shadow(childOf(named(u"protectionSwitch"_s), 2), 3, 1, 0.45);
+    return shadow(partOf(named(u"protectionSwitch"_s), u"knob"_s), 3, 1, 0.45);
 }
 
 } // namespace
@@ -130,28 +104,14 @@ class TestStatedDepth : public QObject
 private Q_SLOTS:
     void everyMeasureIsKept_data()
     {
-        QTest::addColumn<Make>("make");
-        QTest::addColumn<Table>("table");
-        QTest::newRow("header") << Make(states::empty) << Table(headerMaterial);
-        QTest::newRow("sheet") << Make([] { return states::guide(0); }) << Table(sheet);
-        QTest::newRow("alert") << Make(states::alerted) << Table(alert);
-        QTest::newRow("knob") << Make(states::empty) << Table(knob);
+        beginByAppearance();
+        QTest::newRow("header") << Make(states::empty) << ByAppearance(headerMaterial);
+        QTest::newRow("sheet") << Make([] { return states::guide(0); }) << ByAppearance(sheet);
+        QTest::newRow("alert") << Make(states::alerted) << ByAppearance(alert);
+        QTest::newRow("knob") << Make(states::empty) << ByAppearance(knob);
     }
 
-    void everyMeasureIsKept()
-    {
-        QFETCH(Make, make);
-        QFETCH(Table, table);
-        QStringList wrong;
-        for (const bool dark : {false, true}) {
-            const Appearance appearance(dark);
-            const auto window = make();
-            QTRY_COMPARE(window->window()->color(), Appearance::window(dark));
-            for (const auto &each : wrongMeasures(*window, table(dark)))
-                wrong << (dark ? u"dark: "_s : u"light: "_s) + each;
-        }
-        QVERIFY2(wrong.isEmpty(), qUtf8Printable(wrong.join(u'\n')));
-    }
+    void everyMeasureIsKept() { keepByAppearance(); }
 };
 
 QTEST_MAIN(TestStatedDepth)

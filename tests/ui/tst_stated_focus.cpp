@@ -6,6 +6,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
+using namespace zorvane::tests::colours;
 
 namespace
 {
@@ -24,10 +25,8 @@ struct Focused {
 /** The one ring that shows. */
 QQuickItem *ring(const WindowFixture &window)
 {
-    const auto all = window.items([](const QQuickItem *item) {
-        return item->inherits("QQuickRectangle") && item->property("gap").isValid()
-            && item->property("inset").isValid();
-    });
+    const auto all
+        = window.items([](const QQuickItem *item) { return item->objectName() == u"focusRing"; });
     return all.size() == 1 ? all.first() : nullptr;
 }
 
@@ -75,8 +74,8 @@ private Q_SLOTS:
             QTest::keyClick(window->window(), Qt::Key_Down);
         QTRY_VERIFY(ring(*window) != nullptr);
 
-        const auto colour = dark ? faded(QColor(0x0a84ff), 0.80) : faded(QColor(0x007aff), 0.90);
-        const auto inside = focused.stepsDown == 0 ? focused.control : parentOf(ring);
+        const auto colour = dark ? faded(darkBlue, 0.80) : faded(blue, 0.90);
+        const auto inside = focused.stepsDown == 0 ? focused.control : named(u"lineCursor"_s);
         const auto wrong = wrongMeasures(*window,
             {
                 of(u"ring"_s, ring, "border.width", 3.0),

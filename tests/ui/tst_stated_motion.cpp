@@ -1,15 +1,13 @@
-#include "ui/measures.h"
-#include "ui/window_states.h"
+#include "ui/measure_table.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
+using namespace zorvane::tests::colours;
 
 namespace
 {
-
-using Make = std::function<states::Window()>;
 
 const auto alertLayer = named(u"alertBox"_s);
 
@@ -45,7 +43,7 @@ states::Window plainButtonLit()
 const Measure firstScale{u"first scale"_s,
     [](const WindowFixture &window) -> QVariant {
         const auto *const layer = alertLayer(window);
-        const auto *const box = childOf(alertLayer, 1)(window);
+        const auto *const box = partOf(alertLayer, u"box"_s)(window);
         if (box == nullptr || layer->opacity() >= 1)
             return {};
         return (box->scale() - layer->opacity()) / (1 - layer->opacity());
@@ -71,8 +69,7 @@ class TestStatedMotion : public QObject
 private Q_SLOTS:
     void everyMotionIsKept_data()
     {
-        QTest::addColumn<Make>("make");
-        QTest::addColumn<Measures>("measures");
+        beginMeasures();
         const auto lines = named(u"componentLines"_s);
         QTest::newRow("panel") << Make(states::updated)
                                << motion(named(u"updatePanel"_s), u"progress"_s, 200,
@@ -83,14 +80,15 @@ private Q_SLOTS:
             << Make(alertGoing) << motion(alertLayer, u"opacity"_s, 120, QEasingCurve::OutCubic);
         QTest::newRow("alert, scale") << Make(alertComing) << Measures{firstScale};
         QTest::newRow("switch") << Make(states::empty)
-                                << motion(childOf(named(u"protectionSwitch"_s), 2), u"x"_s, 180,
-                                       QEasingCurve::InOutQuad);
-        QTest::newRow("hovered button") << Make(states::awaitingApproval)
-                                        << motion(childOf(button(u"Retry Activation"_s), 1),
-                                               u"opacity"_s, 100, QEasingCurve::Linear);
+                                << motion(partOf(named(u"protectionSwitch"_s), u"knob"_s), u"x"_s,
+                                       180, QEasingCurve::InOutQuad);
+        QTest::newRow("hovered button")
+            << Make(states::awaitingApproval)
+            << motion(partOf(button(u"Retry Activation"_s), u"hoverFace"_s), u"opacity"_s, 100,
+                   QEasingCurve::Linear);
         QTest::newRow("hovered plain button")
             << Make(plainButtonLit)
-            << motion(childOf(button(u"Show getting started"_s), 1), u"opacity"_s, 100,
+            << motion(partOf(button(u"Show getting started"_s), u"plainFace"_s), u"opacity"_s, 100,
                    QEasingCurve::Linear);
         QTest::newRow("spinner") << Make(states::adding) << Measures{spinnerStep};
         QTest::newRow("lines, at half") << Make([] { return unfoldedBy(0.5); })
@@ -99,14 +97,7 @@ private Q_SLOTS:
             [] { return unfoldedBy(0.75); }) << Measures{of(u"lines"_s, lines, "opacity", 0.5)};
     }
 
-    void everyMotionIsKept()
-    {
-        QFETCH(Make, make);
-        QFETCH(Measures, measures);
-        const auto window = make();
-        const auto wrong = wrongMeasures(*window, measures);
-        QVERIFY2(wrong.isEmpty(), qUtf8Printable(wrong.join(u'\n')));
-    }
+    void everyMotionIsKept() { keepMeasures(); }
 };
 
 QTEST_MAIN(TestStatedMotion)

@@ -18,11 +18,6 @@ QByteArray manifest(const QString &version, const QString &notes = {})
     return (text + u'}').toUtf8();
 }
 
-QRectF inWindow(const QQuickItem *item)
-{
-    return item->mapRectToScene(QRectF(QPointF(), item->size()));
-}
-
 /** A window after a check for updates. */
 struct Fixture : WindowFixture {
     explicit Fixture(const QByteArray &answer) { check(answer); }
@@ -65,9 +60,7 @@ private Q_SLOTS:
         QCOMPARE(accessibleRole(title), QAccessible::Heading);
         const auto *const notes = fixture.text(u"Faster & <b>calmer</b>."_s);
         QVERIFY(notes != nullptr);
-        QCOMPARE(notes->property("font").value<QFont>().pixelSize(), 11);
         QCOMPARE(notes->property("textFormat").toInt(), int(Qt::PlainText));
-        QVERIFY(fixture.button(u"Download Update"_s)->property("prominent").toBool());
         const auto *const dismiss = fixture.button(u"Remind me next time"_s);
         QCOMPARE(dismiss->property("symbol").toString(), u"xmark"_s);
         QCOMPARE(accessibleName(dismiss), u"Remind me next time"_s);
@@ -87,7 +80,7 @@ private Q_SLOTS:
         const auto notes = u"Many words. "_s.repeated(40);
         const Fixture fixture(manifest(u"1.3."_s + QString(80, u'9'), notes));
         QVERIFY(fixture.waitForPanel());
-        const auto find = shownBy(u"updatePanel"_s);
+        const auto find = named(u"updateBox"_s);
         const auto panel = inWindow(find(fixture));
         QVERIFY(panel.height() > find(brief)->height() + 30);
         QVERIFY(panel.contains(inWindow(fixture.text(notes))));

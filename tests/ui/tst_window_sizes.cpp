@@ -1,5 +1,5 @@
 #include "ui/observed.h"
-#include "ui/window_fixture.h"
+#include "ui/samples.h"
 
 #include <QTest>
 
@@ -8,13 +8,6 @@ using namespace zorvane::tests;
 
 namespace
 {
-
-const SampleApplication atlas{u"Atlas"_s, u"org.example.atlas"_s, u"7QK2M4X9TP"_s, std::nullopt};
-
-QRectF inWindow(const QQuickItem *item)
-{
-    return item->mapRectToScene(QRectF(QPointF(), item->size()));
-}
 
 } // namespace
 

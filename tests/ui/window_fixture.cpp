@@ -51,6 +51,11 @@ QByteArray storedList(const QList<SampleApplication> &applications)
     return records::encodedApplications(records);
 }
 
+QRectF inWindow(const QQuickItem *item)
+{
+    return item->mapRectToScene(QRectF(QPointF(), item->size()));
+}
+
 QString accessibleName(const QQuickItem *item)
 {
     auto *const told = QAccessible::queryAccessibleInterface(const_cast<QQuickItem *>(item));
@@ -196,13 +201,13 @@ bool WindowFixture::waitUntilGrown(const QString &name) const
         const auto *const grown = item(name);
         return grown != nullptr && grown->property("progress").toReal() >= 1;
     });
+    takePlaces();
+    return hasGrown;
 }
 
 void WindowFixture::click(QQuickItem *item) const
 {
     const auto centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
-    takePlaces();
-    return hasGrown;
     QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
 }
 

@@ -73,6 +73,9 @@ private:
     QQuickWindow *m_window = nullptr;
 };
 
+/** Where an item is, in the coordinates of its window. */
+[[nodiscard]] QRectF inWindow(const QQuickItem *item);
+
 /** What assistive technology is told of an item; an empty name and no role if it is told nothing.
  */
 [[nodiscard]] QString accessibleName(const QQuickItem *item);

@@ -50,6 +50,7 @@ ModalLayer {
         width: parent.width - 32
 
         OwnIcon {
+            objectName: "alertIcon"
             anchors.horizontalCenter: parent.horizontalCenter
             side: 64
         }
@@ -60,6 +61,7 @@ ModalLayer {
         }
 
         Label {
+            objectName: "alertTitle"
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             text: root.alert.title
@@ -72,6 +74,7 @@ ModalLayer {
         }
 
         Label {
+            objectName: "alertMessage"
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap

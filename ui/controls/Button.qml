@@ -23,6 +23,7 @@ Pressable {
     }
 
     ButtonFace {
+        objectName: "hoverFace"
         visible: opacity > 0 && !root.pressed
         opacity: root.hovered ? 1 : 0
         look: opacity > 0 ? "hovered" : ""

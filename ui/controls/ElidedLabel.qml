@@ -6,6 +6,7 @@ Label {
     id: root
 
     HoverArea {
+        objectName: "wholeText"
         anchors.fill: parent
         toolTip: root.truncated ? root.text : ""
     }

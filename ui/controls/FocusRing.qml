@@ -8,6 +8,7 @@ Rectangle {
     /* How much of the control, from its left, it leaves out. */
     property real inset: 0
 
+    objectName: "focusRing"
     anchors.fill: parent
     anchors.margins: -(gap + 3)
     anchors.leftMargin: inset - (gap + 3)

@@ -17,6 +17,7 @@ Column {
     }
 
     Rectangle {
+        objectName: "groupCard"
         width: root.width
         height: inside.height
         radius: 10
@@ -30,6 +31,7 @@ Column {
         }
 
         Rectangle {
+            objectName: "cardEdge"
             anchors.fill: parent
             radius: parent.radius
             color: "transparent"

@@ -22,6 +22,7 @@ Item {
     }
 
     ElidedLabel {
+        objectName: "value"
         anchors.left: label.right
         anchors.leftMargin: 12
         anchors.right: parent.right

@@ -62,6 +62,7 @@ FocusScope {
     }
 
     Rectangle {
+        objectName: "dim"
         anchors.fill: parent
         color: Theme.dim
 
@@ -76,6 +77,7 @@ FocusScope {
     Rectangle {
         id: box
 
+        objectName: "box"
         anchors.centerIn: parent
         anchors.verticalCenterOffset: root.boxOffset
         width: root.boxWidth
@@ -92,6 +94,7 @@ FocusScope {
         }
 
         Rectangle {
+            objectName: "edge"
             anchors.fill: parent
             radius: parent.radius
             color: "transparent"

@@ -9,6 +9,7 @@ Rectangle {
     /* How much of the button, from its left, stays free. */
     property real inset: 0
 
+    objectName: "plainFace"
     anchors.fill: parent
     anchors.leftMargin: inset
     z: -1

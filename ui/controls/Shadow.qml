@@ -14,6 +14,7 @@ BorderImage {
     readonly property int margin: Math.ceil(2 * blur)
     readonly property int corner: margin + Math.ceil(Math.max(radius, 1.5 * blur))
 
+    objectName: "shadow"
     anchors.fill: parent
     anchors.margins: -margin
     anchors.topMargin: -margin + down

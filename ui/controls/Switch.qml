@@ -47,6 +47,7 @@ Pressable {
     Rectangle {
         id: knob
 
+        objectName: "knob"
         x: root.checked ? root.width - width - 1.5 : 1.5
         y: 1.5
         width: 19

@@ -9,6 +9,7 @@ Panel {
     required property AppBlockStore store
     required property SystemCommands system
 
+    objectName: "approvalBox"
     width: parent?.width ?? 0
     accent: Theme.blue
     padding: 18

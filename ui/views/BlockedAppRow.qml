@@ -40,6 +40,7 @@ Item {
     Item {
         id: line
 
+        objectName: "rowLine"
         y: divider.height
         width: root.width
         height: RowMeasures.row

@@ -48,6 +48,7 @@ Item {
             required property int index
             readonly property var line: root.lines[root.first + index] ?? null
 
+            objectName: "componentLine"
             y: RowMeasures.linesTop + (root.first + index) * RowMeasures.line
             width: root.width
             height: RowMeasures.line
@@ -58,6 +59,7 @@ Item {
             Accessible.description: kind.text
 
             Symbol {
+                objectName: "componentSymbol"
                 x: root.textLeft
                 anchors.verticalCenter: parent.verticalCenter
                 name: component.line?.symbol ?? "app"

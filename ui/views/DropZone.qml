@@ -71,6 +71,7 @@ Item {
     }
 
     Column {
+        objectName: "dropZoneContents"
         anchors.centerIn: parent
         width: parent.width - 40
 

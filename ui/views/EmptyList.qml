@@ -7,6 +7,7 @@ Item {
     height: 170
 
     Column {
+        objectName: "emptyListContents"
         anchors.centerIn: parent
         width: parent.width - 40
 

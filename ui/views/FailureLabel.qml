@@ -26,6 +26,7 @@ Item {
         target: root.filter
     }
 
+    objectName: "failure"
     width: parent?.width ?? 0
     implicitHeight: Math.max(symbol.height, label.height)
     height: implicitHeight

@@ -11,11 +11,13 @@ Item {
 
     signal helpRequested
 
+    objectName: "header"
     height: 74 + buttonsInset
 
     // There is no blur to hide what passes beneath, so the material is all but closed behind the
     // texts and opens below them.
     Rectangle {
+        objectName: "headerMaterial"
         anchors.fill: parent
         gradient: Gradient {
             GradientStop {
@@ -40,6 +42,7 @@ Item {
     }
 
     Rectangle {
+        objectName: "headerLine"
         anchors.bottom: parent.bottom
         width: parent.width
         height: 1
@@ -68,6 +71,7 @@ Item {
             spacing: 2
 
             Label {
+                objectName: "headerTitle"
                 text: "Zorvane"
                 font: Type.app
                 Accessible.role: Accessible.Heading

@@ -8,6 +8,7 @@ Panel {
     required property AppBlockStore store
     required property SystemCommands system
 
+    objectName: "installationBox"
     width: parent?.width ?? 0
     accent: Theme.orange
     padding: 18
@@ -15,10 +16,12 @@ Panel {
     strokeOpacity: 0.28
 
     Column {
+        objectName: "installationContents"
         width: parent.width
         spacing: 12
 
         Item {
+            objectName: "installationHeading"
             width: parent.width
             height: symbol.height
 

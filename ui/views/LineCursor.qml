@@ -26,6 +26,7 @@ Item {
         return root.applications.components(root.row.index)[root.line];
     }
 
+    objectName: "lineCursor"
     x: 60
     y: row === null ? 0 : row.rowHeight + RowMeasures.linesTop + RowMeasures.line * line
     width: row === null ? 0 : row.width - x - 12

@@ -31,6 +31,7 @@ Column {
     }
 
     Item {
+        objectName: "listHeading"
         width: parent.width
         height: 22
 
@@ -72,6 +73,7 @@ Column {
     Rectangle {
         id: card
 
+        objectName: "listCard"
         width: parent.width
         height: root.applications.count === 0 ? empty.implicitHeight : rows.implicitHeight
         radius: 12
@@ -97,6 +99,7 @@ Column {
         }
 
         Rectangle {
+            objectName: "cardEdge"
             anchors.fill: parent
             radius: parent.radius
             color: "transparent"

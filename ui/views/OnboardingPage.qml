@@ -8,6 +8,8 @@ Item {
     required property string title
     required property string message
 
+    objectName: "onboardingPage"
+
     Rectangle {
         id: square
 
@@ -19,6 +21,7 @@ Item {
         color: Theme.faded(Theme.blue, 0.1)
 
         Symbol {
+            objectName: "onboardingSymbol"
             anchors.centerIn: parent
             name: root.symbol
             box: 60
@@ -30,6 +33,7 @@ Item {
     Label {
         id: heading
 
+        objectName: "onboardingTitle"
         anchors.top: square.bottom
         anchors.topMargin: 26
         width: parent.width

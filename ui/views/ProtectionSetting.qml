@@ -18,6 +18,7 @@ Item {
     }
 
     ProtectionSwitch {
+        objectName: "smallSwitch"
         anchors.right: parent.right
         anchors.verticalCenter: name.verticalCenter
         transformOrigin: Item.Right

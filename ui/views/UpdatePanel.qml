@@ -17,6 +17,7 @@ Panel {
         root.announcement = update.announcement;
     }
 
+    objectName: "updateBox"
     width: parent?.width ?? 0
     accent: Theme.blue
     padding: 16
@@ -34,6 +35,7 @@ Panel {
     }
 
     Item {
+        objectName: "updateContents"
         width: parent.width
         height: Math.max(texts.height, symbol.height)
 
