@@ -92,6 +92,8 @@ const Measures emptyList = box(u"symbol"_s, symbol(u"checkmark.shield"_s), 41, 4
                 return badge->property("radius").toReal() / badge->height();
             },
             0.5},
+        between(u"badge text below the middle"_s, named(u"countBadge"_s), text(u"0"_s),
+            besideVertically, 0.5),
         between(u"heading from the edge"_s, zone, text(u"Blocked apps"_s), insetLeft, 2),
         of(u"heading"_s, heading, "height", 22.0),
         of(u"card's edge"_s, partOf(card, u"cardEdge"_s), "border.width", 1.0),
@@ -227,6 +229,7 @@ const Measures list = motion(place(1), u"unfolding"_s, 220, QEasingCurve::InOutQ
             gapRight, 10),
         between(u"badge, left"_s, badge, symbol(u"lock.fill"_s), insetLeft, 7.5),
         between(u"badge, right"_s, badge, text(u"Blocked"_s), insetRight, 7.5),
+        between(u"word below the middle"_s, badge, text(u"Blocked"_s), besideVertically, 0.5),
         between(u"lock and word"_s, symbol(u"lock.fill"_s), text(u"Blocked"_s), gapRight, 3),
         between(u"divider from the edge"_s, place(1), numbered(u"divider"_s, 1), insetLeft, 68),
         between(

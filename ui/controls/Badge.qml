@@ -27,8 +27,7 @@ Rectangle {
         id: label
 
         x: mark.x + mark.width + 3
-        anchors.verticalCenter: parent.verticalCenter
-        anchors.verticalCenterOffset: 0.5
+        y: (parent.height - height) / 2 + 0.5
         text: root.text
         font: Type.captionMedium
         color: Theme.redText

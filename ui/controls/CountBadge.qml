@@ -14,9 +14,9 @@ Rectangle {
     Label {
         id: label
 
-        anchors.centerIn: parent
+        anchors.horizontalCenter: parent.horizontalCenter
         anchors.alignWhenCentered: false
-        anchors.verticalCenterOffset: 0.5
+        y: (parent.height - height) / 2 + 0.5
         text: root.count.toString()
         font: Type.captionBold
         color: Theme.secondary
