@@ -1,9 +1,27 @@
-#include "ui/window_fixture.h"
+#include "ui/measures.h"
+#include "ui/samples.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
+
+namespace
+{
+
+const auto whole = partOf(named(u"alertBox"_s), u"box"_s);
+
+/** A window whose only application is to be added again. */
+struct Twice : WindowFixture {
+    explicit Twice(const QString &name)
+        : WindowFixture({sample(name)})
+    {
+        store->add(store->applications().first());
+        settle();
+    }
+};
+
+} // namespace
 
 class TestAlert : public QObject
 {
@@ -111,6 +129,31 @@ private Q_SLOTS:
         QCOMPARE(page(), u"Welcome to Zorvane"_s);
         QTest::keyClick(fixture.window(), Qt::Key_Return);
         QCOMPARE(page(), u"Turn On Protection"_s);
+    }
+
+    void aLongMessageWrapsAndTheAlertGrows()
+    {
+        const Twice brief(u"Atlas"_s);
+        const Twice fixture(u"A Rather Long Name "_s.repeated(8).trimmed());
+        QTRY_COMPARE(fixture.item(u"alertBox"_s)->opacity(), 1.0);
+        QVERIFY(whole(fixture)->height() > whole(brief)->height() + 30);
+        const auto *const message = fixture.item(u"alertMessage"_s);
+        QVERIFY(!message->property("truncated").toBool());
+        QVERIFY(inWindow(whole(fixture)).contains(inWindow(message)));
+    }
+
+    void ofAnEndlessMessageTheButtonStaysInTheWindow()
+    {
+        const Twice fixture(QString(5000, u'W'));
+        fixture.window()->resize(fixture.window()->minimumSize());
+        const auto *const layer = fixture.item(u"alertBox"_s);
+        QTRY_COMPARE(layer->opacity(), 1.0);
+        QTRY_COMPARE(fixture.window()->contentItem()->width(), 680.0);
+        QVERIFY(inWindow(layer).contains(inWindow(whole(fixture))));
+        QVERIFY(inWindow(whole(fixture)).contains(inWindow(fixture.button(u"OK"_s))));
+        QVERIFY2(whole(fixture)->height() < 520 - 2 * 20, "it would not fit in the settings");
+        auto *const told = QAccessible::queryAccessibleInterface(fixture.item(u"alertBox"_s));
+        QCOMPARE(told->text(QAccessible::Description), *fixture.store->alertMessage());
     }
 
     void aMessageThatFollowsAnotherIsShown()

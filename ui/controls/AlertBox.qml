@@ -79,6 +79,9 @@ ModalLayer {
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             lineHeight: 1.15
+            // A name in it may be any text; the button stays in the window.
+            maximumLineCount: 16
+            elide: Text.ElideRight
             text: root.shownMessage
             font: Type.subheadline
         }
