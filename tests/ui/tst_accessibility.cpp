@@ -97,6 +97,15 @@ private Q_SLOTS:
         QVERIFY(fixture.store->alertMessage().has_value());
     }
 
+    void aLayerThatDoesNotShowCannotBePressed()
+    {
+        const WindowFixture fixture;
+        auto *const layer = fixture.window()->findChild<QQuickItem *>(u"explanationLayer"_s);
+        QVERIFY(!layer->isVisible());
+        doAccessibleAction(layer, QAccessibleActionInterface::pressAction());
+        QCOMPARE(fixture.store->alertMessage(), std::nullopt);
+    }
+
     void theListAndItsRowsAreNamed()
     {
         const WindowFixture fixture(two);
@@ -157,12 +166,14 @@ private Q_SLOTS:
     {
         WindowFixture fixture(two);
         QCOMPARE(named(fixture, QAccessible::List).size(), 1);
-        doAccessibleAction(
-            fixture.item(u"disclosure"_s), QAccessibleActionInterface::pressAction());
+        auto *const disclosure = fixture.item(u"disclosure"_s);
+        auto *const told = QAccessible::queryAccessibleInterface(disclosure);
+        QVERIFY(told->state().checkable);
+        QVERIFY(!told->state().checked);
+        doAccessibleAction(disclosure, QAccessibleActionInterface::pressAction());
         QTRY_COMPARE(named(fixture, QAccessible::List).size(), 2);
         QCOMPARE(accessibleName(named(fixture, QAccessible::List).last()), u"Network processes"_s);
-        QVERIFY(
-            QAccessible::queryAccessibleInterface(fixture.item(u"disclosure"_s))->state().checked);
+        QVERIFY(told->state().checked);
     }
 
     void theGuideTellsItsPage()

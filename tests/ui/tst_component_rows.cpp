@@ -108,6 +108,24 @@ private Q_SLOTS:
         QVERIFY(f.button(u"Remove from list"_s));
     }
 
+    void aLongNameOfAComponentIsElidedAndWholeInItsToolTip()
+    {
+        const auto longName = u"A Very Long Name Indeed "_s.repeated(8).trimmed();
+        Rows f({sample(u"Alpha"_s)});
+        observe(f.platform, {observedProcess(f.platform, u"Alpha"_s, longName, std::nullopt)});
+        f.toggle(0);
+        QQuickItem *const name = f.text(longName);
+        QVERIFY(name->property("truncated").toBool());
+        QCOMPARE(name->property("elide").toInt(), int(Qt::ElideMiddle));
+        QVERIFY(inWindow(name).right() < inWindow(f.called(u"componentKind"_s).last()).left());
+        QTest::mouseMove(f.window(), inWindow(name).center().toPoint());
+        QTRY_VERIFY(f.item(u"toolTip"_s) != nullptr);
+        const auto whole = f.items([&](const QQuickItem *item) {
+            return item->property("text") == longName && f.item(u"toolTip"_s)->isAncestorOf(item);
+        });
+        QCOMPARE(whole.size(), 1);
+    }
+
     void foldingOneRowLeavesTheOthersAsTheyAre()
     {
         Rows f({sample(u"Alpha"_s), sample(u"Beta"_s), sample(u"Gamma"_s)});

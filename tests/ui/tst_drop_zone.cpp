@@ -83,7 +83,10 @@ private Q_SLOTS:
         WindowFixture fixture;
         QCOMPARE(fixture.item(u"spinner"_s), nullptr);
         fixture.store->addApplication(QUrl::fromLocalFile(firstPath));
-        QCOMPARE(accessibleName(fixture.item(u"spinner"_s)), u"Adding application"_s);
+        auto *const spinner = fixture.item(u"spinner"_s);
+        QCOMPARE(accessibleName(spinner), u"Adding application"_s);
+        QCOMPARE(accessibleRole(spinner), QAccessible::ProgressBar);
+        QTRY_VERIFY(spinner->property("step").toInt() > 0);
         QCOMPARE(fixture.item(u"dropZoneSymbol"_s), nullptr);
         fixture.settle();
         QCOMPARE(fixture.item(u"spinner"_s), nullptr);

@@ -122,6 +122,18 @@ private Q_SLOTS:
             QCOMPARE(scale, 1.0);
     }
 
+    void reducedTheKnobOfTheSwitchIsAtItsOtherEndAtOnce()
+    {
+        WindowFixture fixture;
+        fixture.platform.motion.setReduced(true);
+        const auto knob = partOf(named(u"protectionSwitch"_s), u"knob"_s);
+        QCOMPARE(knob(fixture)->x(), 1.5);
+        fixture.platform.filterManager.stored.enabled = true;
+        fixture.store->refreshProtection();
+        fixture.platform.scheduler.settle();
+        QCOMPARE(knob(fixture)->x(), 38 - 19 - 1.5);
+    }
+
     void usuallyAnAlertGrowsABit()
     {
         WindowFixture fixture;

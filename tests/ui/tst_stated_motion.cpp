@@ -59,6 +59,16 @@ const Measure spinnerStep{u"spinner's step"_s,
     },
     1000 / 12};
 
+const Measure spokes{u"spokes"_s,
+    [](const WindowFixture &window) -> QVariant {
+        const auto *const spinner = named(u"spinner"_s)(window);
+        const auto shown = window.items([&](const QQuickItem *item) {
+            return spinner->isAncestorOf(item) && item->inherits("QQuickRectangle");
+        });
+        return int(shown.size());
+    },
+    12};
+
 } // namespace
 
 /** How long things take to come, go and change, and by which curve. */
@@ -90,7 +100,7 @@ private Q_SLOTS:
             << Make(plainButtonLit)
             << motion(partOf(button(u"Show getting started"_s), u"plainFace"_s), u"opacity"_s, 100,
                    QEasingCurve::Linear);
-        QTest::newRow("spinner") << Make(states::adding) << Measures{spinnerStep};
+        QTest::newRow("spinner") << Make(states::adding) << Measures{spinnerStep, spokes};
         QTest::newRow("lines, at half") << Make([] { return unfoldedBy(0.5); })
                                         << Measures{of(u"lines"_s, lines, "opacity", 0.0)};
         QTest::newRow("lines, at three quarters") << Make(
