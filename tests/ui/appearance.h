@@ -6,7 +6,7 @@
 namespace zorvane::tests
 {
 
-/** A light or a dark desktop, for the windows that are made while it lives. */
+/** A light or a dark desktop while it lives. */
 class Appearance
 {
 public:

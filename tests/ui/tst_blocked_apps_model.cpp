@@ -57,7 +57,7 @@ struct Fixture {
     /** Puts a bundle of @p name where the application is, or is to be. */
     QString install(const QString &application, const QString &name)
     {
-        const auto path = u"/Applications/%1.app"_s.arg(application);
+        auto path = u"/Applications/%1.app"_s.arg(application);
         platform.addBundle(path, u"org.example."_s + application.toLower(), u"TEAM123456"_s, name);
         return path;
     }

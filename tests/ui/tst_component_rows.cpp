@@ -50,7 +50,7 @@ struct Rows : WindowFixture {
     {
         const auto before = called(u"disclosure"_s).value(row)->property("open").toBool();
         click(called(u"disclosure"_s).value(row));
-        const auto lines = rowOf(called(u"disclosure"_s).value(row));
+        auto *const lines = rowOf(called(u"disclosure"_s).value(row));
         QTRY_COMPARE(lines->property("unfolding").toReal(), before ? 0.0 : 1.0);
         // What is below, and the page, follow only with the next frame.
         settle();

@@ -1,8 +1,8 @@
+#include "ui/appearance.h"
 #include "ui/samples.h"
 
 #include <QColor>
 #include <QGuiApplication>
-#include <QPalette>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -165,16 +165,17 @@ private Q_SLOTS:
 
     void theColoursFollowTheSystemWhileRunning()
     {
-        const auto before = QGuiApplication::palette();
         const WindowFixture fixture;
-        QCOMPARE(fixture.window()->color(), QColor(0xececec));
-        auto dark = before;
-        dark.setColor(QPalette::Window, QColor(0x202020));
-        QGuiApplication::setPalette(dark);
-        QTRY_COMPARE(fixture.window()->color(), QColor(0x28282a));
-        QCOMPARE(colour(fixture.item(u"statusDot"_s)), QColor(0x98989d));
-        QGuiApplication::setPalette(before);
-        QTRY_COMPARE(fixture.window()->color(), QColor(0xececec));
+        const auto dot = [&] { return colour(fixture.item(u"statusDot"_s)); };
+        QCOMPARE(fixture.window()->color(), Appearance::window(false));
+        const auto light = dot();
+        {
+            const Appearance appearance(true);
+            QTRY_COMPARE(fixture.window()->color(), Appearance::window(true));
+            QVERIFY(dot() != light);
+        }
+        QTRY_COMPARE(fixture.window()->color(), Appearance::window(false));
+        QCOMPARE(dot(), light);
     }
 
     void rowsOutOfSightAreNotBuilt()
