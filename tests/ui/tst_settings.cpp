@@ -201,8 +201,7 @@ private Q_SLOTS:
         settings.platform.preferences.values.insert(
             u"updates.lastCheckedAt"_s, settings.platform.scheduler.now());
         const auto before = settings.platform.manifestFetcher.requests.size();
-        settings.platform.manifestFetcher.answers = {zorvane::platform::ManifestResponse{
-            200, "{\"version\":\"0.1\",\"downloadURL\":\"https://kestrelworks.dev/d\"}"}};
+        settings.publish(u"0.1"_s);
         settings.click(settings.button(u"Check for Updates"_s));
         QCOMPARE(settings.platform.manifestFetcher.requests.size(), before + 1);
         settings.settle();

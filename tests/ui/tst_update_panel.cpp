@@ -8,23 +8,13 @@ using namespace zorvane::tests;
 namespace
 {
 
-/** What the server says next. */
-QByteArray manifest(const QString &version, const QString &notes = {})
-{
-    QString text
-        = u"{\"version\":\"%1\",\"downloadURL\":\"https://kestrelworks.dev/d\""_s.arg(version);
-    if (!notes.isNull())
-        text += u",\"releaseNotes\":\"%1\""_s.arg(notes);
-    return (text + u'}').toUtf8();
-}
-
 /** A window after a check for updates. */
 struct Fixture : WindowFixture {
-    explicit Fixture(const QByteArray &answer) { check(answer); }
+    explicit Fixture(const QString &version, const QString &notes = {}) { check(version, notes); }
 
-    void check(const QByteArray &answer)
+    void check(const QString &version, const QString &notes = {})
     {
-        platform.manifestFetcher.answers = {zorvane::platform::ManifestResponse{200, answer}};
+        publish(version, notes);
         store->checkForUpdates(false);
         settle();
     }
@@ -46,14 +36,14 @@ class TestUpdatePanel : public QObject
 private Q_SLOTS:
     void nothingIsOfferedWithoutANewerRelease()
     {
-        const Fixture fixture(manifest(u"0.1"_s));
+        const Fixture fixture(u"0.1"_s);
         QCOMPARE(fixture.item(u"updatePanel"_s), nullptr);
         QCOMPARE(fixture.button(u"Download Update"_s), nullptr);
     }
 
     void aNewerReleaseIsOffered()
     {
-        const Fixture fixture(manifest(u"1.3"_s, u"Faster & <b>calmer</b>."_s));
+        const Fixture fixture(u"1.3"_s, u"Faster & <b>calmer</b>."_s);
         QVERIFY(fixture.waitForPanel());
         const auto *const title = fixture.text(u"Zorvane 1.3 is available"_s);
         QVERIFY(title != nullptr);
@@ -68,17 +58,17 @@ private Q_SLOTS:
 
     void aReleaseWithoutNotesHasAStandardSentence()
     {
-        const Fixture fixture(manifest(u"1.3"_s));
+        const Fixture fixture(u"1.3"_s);
         QVERIFY(fixture.waitForPanel());
         QVERIFY(fixture.text(u"A new version is ready to download."_s) != nullptr);
     }
 
     void longTextsWrapAndThePanelGrows()
     {
-        const Fixture brief(manifest(u"1.3"_s));
+        const Fixture brief(u"1.3"_s);
         QVERIFY(brief.waitForPanel());
         const auto notes = u"Many words. "_s.repeated(40);
-        const Fixture fixture(manifest(u"1.3."_s + QString(80, u'9'), notes));
+        const Fixture fixture(u"1.3."_s + QString(80, u'9'), notes);
         QVERIFY(fixture.waitForPanel());
         const auto find = named(u"updateBox"_s);
         const auto panel = inWindow(find(fixture));
@@ -90,7 +80,7 @@ private Q_SLOTS:
 
     void itsButtonOpensTheDownload()
     {
-        const Fixture fixture(manifest(u"1.3"_s));
+        const Fixture fixture(u"1.3"_s);
         QVERIFY(fixture.waitForPanel());
         fixture.click(fixture.button(u"Download Update"_s));
         QCOMPARE(fixture.platform.actions.calls, QStringList{u"url https://kestrelworks.dev/d"_s});
@@ -99,7 +89,7 @@ private Q_SLOTS:
 
     void hidingItKeepsTheUpdate()
     {
-        const Fixture fixture(manifest(u"1.3"_s));
+        const Fixture fixture(u"1.3"_s);
         QVERIFY(fixture.waitForPanel());
         fixture.click(fixture.button(u"Remind me next time"_s));
         QVERIFY(!fixture.updates().isBannerVisible());
@@ -110,19 +100,19 @@ private Q_SLOTS:
 
     void theNextCheckShowsItAgain()
     {
-        Fixture fixture(manifest(u"1.3"_s));
+        Fixture fixture(u"1.3"_s);
         fixture.updates().setBannerVisible(false);
         QTRY_COMPARE(fixture.item(u"updatePanel"_s), nullptr);
-        fixture.check(manifest(u"1.4"_s));
+        fixture.check(u"1.4"_s);
         QVERIFY(fixture.waitForPanel());
         QVERIFY(fixture.text(u"Zorvane 1.4 is available"_s) != nullptr);
     }
 
     void aReleaseThatIsTakenBackIsToldOfUntilThePanelIsGone()
     {
-        Fixture fixture(manifest(u"1.3"_s));
+        Fixture fixture(u"1.3"_s);
         QVERIFY(fixture.waitForPanel());
-        fixture.check(manifest(u"0.1"_s));
+        fixture.check(u"0.1"_s);
         QVERIFY(!fixture.updates().availableUpdate());
         QVERIFY(fixture.text(u"Zorvane 1.3 is available"_s) != nullptr);
         QTRY_COMPARE(fixture.item(u"updatePanel"_s), nullptr);

@@ -144,7 +144,7 @@ void WindowFixture::raiseAlert()
     settle();
 }
 
-void WindowFixture::checkForUpdates(const QString &version, const QString &releaseNotes)
+void WindowFixture::publish(const QString &version, const QString &releaseNotes)
 {
     QJsonObject manifest{
         {u"version"_s, version}, {u"downloadURL"_s, u"https://kestrelworks.dev/d"_s}};
@@ -152,6 +152,11 @@ void WindowFixture::checkForUpdates(const QString &version, const QString &relea
         manifest.insert(u"releaseNotes"_s, releaseNotes);
     platform.manifestFetcher.answers
         = {platform::ManifestResponse{200, QJsonDocument(manifest).toJson()}};
+}
+
+void WindowFixture::checkForUpdates(const QString &version, const QString &releaseNotes)
+{
+    publish(version, releaseNotes);
     store->checkForUpdates(true);
     settle();
 }

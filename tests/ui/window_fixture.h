@@ -41,6 +41,8 @@ public:
     void fail(const QString &message);
     /** An alert by its usual way: a bundle that nobody signed. */
     void raiseAlert();
+    /** The next check for updates is answered by a manifest of this version. */
+    void publish(const QString &version, const QString &releaseNotes = {});
     /** A check for updates that the user asked for, answered by a manifest of this version. */
     void checkForUpdates(const QString &version, const QString &releaseNotes = {});
     /** Opens the settings by their keys and waits for them; what follows looks at them. */

@@ -43,7 +43,7 @@ void waitForBox(const Window &window, const QString &name)
 /** Whether all of it that changes little by little has done so. */
 bool isAtRest(const QQuickItem &item)
 {
-    const auto children = item.children();
+    const auto &children = item.children();
     return std::ranges::all_of(children, [](const QObject *child) {
         const auto wanted = child->property("targetValue");
         return !wanted.isValid()
