@@ -57,6 +57,8 @@ public:
 
     /** True if kills came before and after the write: the moment of it was among them. */
     [[nodiscard]] bool hasFound() const { return m_early > 0 && m_late > 0; }
+    /** True if a kill came in the middle of a write. */
+    [[nodiscard]] bool hasHitAWrite() const { return m_between > 0; }
     void report(const char *what) const
     {
         qInfo("%s: %d kills before the write, %d after it, %d left a half-written file beside",

@@ -48,7 +48,18 @@ public:
     }
 
     QByteArray errors() { return m_process.readAllStandardError(); }
-    void signal(int number) { ::kill(static_cast<pid_t>(m_process.processId()), number); }
+    /** False if it does not run any more. */
+    [[nodiscard]] bool signal(int number)
+    {
+        // To the process 0 would mean to this whole group of processes.
+        const auto process = static_cast<pid_t>(m_process.processId());
+        return process > 0 && ::kill(process, number) == 0;
+    }
+    /** Waits for its end; true if it did not end by itself but by this signal. */
+    [[nodiscard]] bool endsBy(int number)
+    {
+        return exitStatus() == number && m_process.exitStatus() == QProcess::CrashExit;
+    }
 
 private:
     QByteArray nextLine(QProcess::ProcessChannel channel)

@@ -97,11 +97,11 @@ private Q_SLOTS:
         const StateFolder folder;
         Start first(folder.filePath(QString()));
         QCOMPARE(first.line(), "first");
-        first.signal(SIGSTOP);
+        QVERIFY(first.signal(SIGSTOP));
         Start second(folder.filePath(QString()));
         QCOMPARE(second.exitStatus(), 0);
         QVERIFY(second.errors().contains("already runs and does not answer"));
-        first.signal(SIGCONT);
+        QVERIFY(first.signal(SIGCONT));
         QCOMPARE(first.line(), "forward");
     }
 
