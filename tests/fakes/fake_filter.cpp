@@ -47,11 +47,10 @@ void FakeFilterManager::load(Completion done)
 void FakeFilterManager::save(Completion done)
 {
     ++saves;
-    answer([this, done, saved = m_copy, error = takeFirst(saveErrors), isFirst = true]() mutable {
-        if (std::exchange(isFirst, false) && !error)
-            stored = saved;
-        done(error);
-    });
+    const auto error = takeFirst(saveErrors);
+    if (!error)
+        stored = m_copy;
+    answer([done, error] { done(error); });
 }
 
 void FakeFilterManager::answer(std::function<void()> job)

@@ -10,7 +10,8 @@
 namespace zorvane::tests
 {
 
-/** A stored filter configuration and the copy that a program works on; answers are scripted. */
+/** A stored filter configuration and the copy that a program works on; answers are scripted. Saves
+ * are stored in the order of their calls, whenever their answers come. */
 class FakeFilterManager final : public platform::FilterManager
 {
 public:

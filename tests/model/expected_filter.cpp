@@ -48,11 +48,7 @@ void ExpectedFilter::load(Call call)
 void ExpectedFilter::refreshStatus(const std::optional<Rules> &rules)
 {
     if (isInApplications)
-        load({.kind = Call::Kind::RefreshLoad,
-            .error = {},
-            .rules = rules,
-            .write = {},
-            .saved = {}});
+        load({.kind = Call::Kind::RefreshLoad, .error = {}, .rules = rules, .write = {}});
     else
         setStatus(Status::InstallationRequired);
 }
@@ -82,20 +78,18 @@ void ExpectedFilter::disableFilter()
 
 void ExpectedFilter::startWrite(std::optional<bool> enabled)
 {
+    newest = m_pending;
     load({.kind = Call::Kind::WriteLoad,
         .error = {},
         .rules = {},
-        .write = {++m_generation, m_pending, extension, enabled, 0},
-        .saved = {}});
+        .write = {++m_generation, m_pending, extension, enabled, 0}});
 }
 
 void ExpectedFilter::answer(qsizetype position)
 {
     constexpr qsizetype mostRemembered = 4;
     const Call call = m_waiting.takeAt(position);
-    if (!call.error && call.kind == Call::Kind::Save)
-        stored = call.saved;
-    else if (!call.error)
+    if (!call.error && call.kind != Call::Kind::Save)
         copy = stored;
     m_posted.emplace_back(call);
     m_answered.append(call);
@@ -131,7 +125,7 @@ void ExpectedFilter::retry(Write write)
         return;
     ++write.attempt;
     ++retries;
-    load({.kind = Call::Kind::WriteLoad, .error = {}, .rules = {}, .write = write, .saved = {}});
+    load({.kind = Call::Kind::WriteLoad, .error = {}, .rules = {}, .write = write});
 }
 
 void ExpectedFilter::happen(NeedsApproval)
@@ -198,17 +192,17 @@ void ExpectedFilter::refreshed(const Call &call)
 void ExpectedFilter::loadedForWrite(const Call &call)
 {
     if (call.error) {
+        newest.reset();
         setStatus(*call.error);
         return;
     }
     copy
         = {call.write.enabled.value_or(copy.enabled), true, call.write.rules, call.write.extension};
     ++saves;
-    m_waiting.append({.kind = Call::Kind::Save,
-        .error = takeFirst(saveErrors),
-        .rules = {},
-        .write = call.write,
-        .saved = copy});
+    const auto error = takeFirst(saveErrors);
+    if (!error)
+        stored = copy;
+    m_waiting.append({.kind = Call::Kind::Save, .error = error, .rules = {}, .write = call.write});
 }
 
 void ExpectedFilter::saved(const Call &call)
@@ -216,12 +210,14 @@ void ExpectedFilter::saved(const Call &call)
     constexpr int mostRetries = 3;
     if (call.error && call.error->isPermission && call.write.attempt == mostRetries)
         ++lastRetriesFailed;
-    if (!call.error)
+    if (!call.error) {
         refreshStatus(std::nullopt);
-    else if (call.error->isPermission && call.write.attempt < mostRetries)
+    } else if (call.error->isPermission && call.write.attempt < mostRetries) {
         m_retries.emplace_back(m_elapsed + 1500ms, call.write);
-    else
+    } else {
+        newest.reset();
         setStatus(*call.error);
+    }
 }
 
 } // namespace zorvane::tests

@@ -76,6 +76,8 @@ public:
     int submissions = 0;
     bool hasRequest = false;
     Configuration copy;
+    /** What the last write is to leave stored; nothing if there was none or it failed. */
+    std::optional<Rules> newest;
 
     // How often the rarer rules were needed.
     int retries = 0;
@@ -95,7 +97,6 @@ private:
         std::optional<KnownError> error;
         std::optional<Rules> rules;
         Write write;
-        Configuration saved;
     };
     struct NeedsApproval {
     };

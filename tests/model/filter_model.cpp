@@ -55,6 +55,8 @@ public:
         m_real.manager.loadErrors.clear();
         m_real.manager.saveErrors.clear();
         perform({Rest, 1});
+        if (m_expected.newest && storedConfiguration(m_real.manager).rules != *m_expected.newest)
+            return u"the rules of the last write are not the stored ones"_s;
         perform({Move, 1});
         perform({RequestActivation, 5});
         perform({FinishActivation, 0});
@@ -270,7 +272,7 @@ private:
                 .arg(m_expected.saves);
         if (m_real.scheduler.postedJobs() != m_expected.posted())
             return u"an answer did not cross to the main thread once"_s;
-        if (storedConfiguration(m_real) != m_expected.stored)
+        if (storedConfiguration(m_real.manager) != m_expected.stored)
             return u"other rules are stored than the newest that were saved"_s;
         if (manager.isEnabled() != m_expected.copy.enabled)
             return u"the copy is switched otherwise"_s;

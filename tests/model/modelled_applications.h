@@ -4,6 +4,7 @@
 #include "app/sample_applications.h"
 #include "app/store_fixture.h"
 #include "discovery/sample_processes.h"
+#include "model/possible_records.h"
 
 #include <algorithm>
 #include <QStringList>
@@ -65,22 +66,26 @@ inline void storeSomething(FakePreferences &preferences, int number)
 
 /** Puts a bundle on the made-up disk, under a name that may be another than before, or takes it
  * away. */
-inline void changeBundle(FakePlatform &system, int number)
+inline void changeBundle(FakePlatform &system, PossibleRecords &possible, int number)
 {
     const QString path = modelledPath(number);
     const int name = number / modelledApplications;
-    if (name % 4 == 0)
+    if (name % 4 == 0) {
         system.bundles.information.remove(path);
-    else
-        system.addBundle(
-            path, modelledIdentifier(number), QStringLiteral("TEAM"), modelledName(name));
+        return;
+    }
+    system.addBundle(path, modelledIdentifier(number), QStringLiteral("TEAM"), modelledName(name));
+    const auto &ports = system.ports;
+    const inspection::ApplicationInspector inspector(
+        {*ports.bundles, *ports.signatures, *ports.walk, *ports.icons});
+    const auto inspected = inspector.inspectApplication(QUrl::fromLocalFile(path), QUuid());
+    possible.couldBeInspected(std::get<records::BlockedApplication>(inspected));
 }
 
-/** Up to four processes of the applications, seen at most 60 days ago; or bytes that are none. */
-inline QByteArray modelledObservations(int number, const QDateTime &now)
+/** Up to four processes of the applications, seen at most 60 days ago. */
+inline QList<inspection::DiscoveredNetworkProcess> modelledProcesses(
+    int number, const QDateTime &now)
 {
-    if (number % 16 == 0)
-        return "[{";
     QList<inspection::DiscoveredNetworkProcess> processes;
     for (int i = 0; i < number % 5; ++i) {
         const int each = number / 16 + 3 * i;
@@ -91,15 +96,22 @@ inline QByteArray modelledObservations(int number, const QDateTime &now)
             = modelledPath(each) + QStringLiteral("/Contents/MacOS/helper%1").arg(each % 7);
         processes.append(process);
     }
-    return inspection::encodedProcesses(processes);
+    return processes;
 }
 
-/** Lets the filter see them. */
-inline void observe(FakePlatform &system, int number)
+/** Lets the filter see some; or stores bytes that tell of none. */
+inline void observe(FakePlatform &system, PossibleRecords &possible, int number)
 {
+    QByteArray bytes = "[{";
+    if (number % 16 != 0) {
+        const auto processes = modelledProcesses(number, system.scheduler.now());
+        for (const auto &process : processes)
+            possible.wasObserved(process.executablePath->section(QStringLiteral("/Contents"), 0, 0),
+                {process.signingIdentifier, process.teamIdentifier});
+        bytes = inspection::encodedProcesses(processes);
+    }
     system.suites.domains[QStringLiteral("group.dev.kestrelworks.Zorvane")].insert(
-        QStringLiteral("discoveredNetworkProcesses.v2"),
-        modelledObservations(number, system.scheduler.now()));
+        QStringLiteral("discoveredNetworkProcesses.v2"), bytes);
 }
 
 } // namespace zorvane::tests

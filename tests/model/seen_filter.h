@@ -1,6 +1,7 @@
 #pragma once
 
-#include "filter/controller_fixture.h"
+#include "fakes/fake_filter.h"
+#include "filter/filter_controller.h"
 #include "model/expected_filter.h"
 
 #include <QMetaEnum>
@@ -20,17 +21,19 @@ inline QString described(const filter::FilterStatus &status)
     return nameOf(status) + u'(' + status.message() + u')';
 }
 
-inline ExpectedFilter::Configuration storedConfiguration(const ControllerFixture &real)
+inline ExpectedFilter::Configuration storedConfiguration(const FakeFilterManager &manager)
 {
-    const auto &configuration = real.manager.stored;
+    const auto &configuration = manager.stored;
     ExpectedFilter::Configuration result;
     result.enabled = configuration.enabled;
     if (!configuration.provider)
         return result;
+    const auto &vendor = configuration.provider->vendorConfiguration;
     result.written = configuration.localizedDescription == QStringLiteral("Zorvane")
         && configuration.provider->filterSockets
-        && real.vendorList(QStringLiteral("blockedSigningIdentifiers")).isEmpty();
-    result.rules = {real.storedKeys(), real.storedPaths()};
+        && vendor.at(QStringLiteral("blockedSigningIdentifiers")).isEmpty();
+    result.rules = {vendor.at(QStringLiteral("blockedCodeIdentities")),
+        vendor.at(QStringLiteral("blockedApplicationPaths"))};
     result.extension = configuration.provider->filterDataProviderBundleIdentifier;
     return result;
 }

@@ -1,11 +1,11 @@
 #include "model/store_model.h"
 
-#include "model/known_errors.h"
 #include "model/list_changes.h"
 #include "model/modelled_applications.h"
+#include "model/modelled_system.h"
+#include "model/seen_filter.h"
 #include "model/store_actions.h"
 
-#include <algorithm>
 #include <QRandomGenerator>
 
 using namespace Qt::StringLiterals;
@@ -27,10 +27,11 @@ public:
         QRandomGenerator random(seed);
         const auto any = [&random] { return int(random.bounded(1 << 16)); };
         for (int i = 0; i < modelledApplications; ++i)
-            changeBundle(m_fixture.system, any() / modelledApplications * modelledApplications + i);
+            changeBundle(m_fixture.system, m_possible,
+                any() / modelledApplications * modelledApplications + i);
         storeSomething(m_fixture.system.preferences, any());
         m_fixture.system.filterManager.stored.enabled = any() % 2 == 0;
-        m_fixture.system.filterManager.holdAnswers = true;
+        m_system.setHealthy(any() % 2 == 0);
         if (const int wish = any() % 3; wish != 2)
             m_fixture.system.preferences.values.insert(u"protectionRequested"_s, wish == 1);
         start();
@@ -39,32 +40,38 @@ public:
 
     QString perform(const Step &step) override
     {
+        const bool mightFail = m_system.willFail();
         if (step.action <= CheckForUpdates)
             use(step);
         else if (step.action <= FailActivation)
-            answer(step);
+            m_system.answer(step);
         else
             go(step);
+        // Another write is on its way, or the last may fail.
+        if (step.action == FinishActivation || mightFail || m_system.willFail())
+            m_newest.reset();
         return broken();
     }
 
     /** A healthy system and one more wish: then the filter blocks just what is listed. */
     QString finish() override
     {
-        auto &system = m_fixture.system;
-        system.filterManager.loadErrors.clear();
-        system.filterManager.saveErrors.clear();
-        system.mainBundle.path = "/Applications/Zorvane.app";
-        comeToRest();
+        const auto &extensions = m_fixture.system.systemExtensions;
+        m_system.recover();
+        m_system.comeToRest();
+        if (m_newest && m_newest->wishes == writtenWishes()) {
+            ++m_happened[u"newest rules at rest"_s];
+            if (storedRules() != m_newest->rules)
+                return u"the newest rules are not the stored ones"_s;
+        }
         m_store->setProtectionEnabled(true);
-        comeToRest();
-        if (system.systemExtensions.isOutstanding())
-            system.systemExtensions.delegate()->requestDidFinish(ActivationResult::Completed);
-        comeToRest();
+        m_system.comeToRest();
+        if (extensions.isOutstanding())
+            extensions.delegate()->requestDidFinish(ActivationResult::Completed);
+        m_system.comeToRest();
         if (!m_store->isProtectionEnabled())
             return u"not enabled after a good activation"_s;
-        if (rules(u"blockedCodeIdentities"_s) != m_store->blockedCodeIdentityKeys()
-            || rules(u"blockedApplicationPaths"_s) != m_store->blockedApplicationPaths())
+        if (storedRules() != shownRules())
             return u"the filter's rules are not those of the list"_s;
         return broken();
     }
@@ -79,10 +86,11 @@ private:
         m_atStart = preferences.data(listKey).value_or(QByteArray());
         m_fixture.system.fileAccess.begun = 0;
         m_fixture.system.fileAccess.ended = 0;
-        m_changes = ListChanges(m_fixture.storedList());
+        m_newest.reset();
+        m_changes = ListChanges(m_fixture.storedList(), m_possible);
         m_store = std::make_unique<app::AppBlockStore>(m_fixture.system.ports);
         QObject::connect(m_store.get(), &app::AppBlockStore::applicationsChanged, m_store.get(),
-            [this] { ++m_happened[m_changes.changed(m_store->applications())]; });
+            [this] { listChanged(); });
         QObject::connect(m_store->filterController(), &filter::FilterController::statusChanged,
             m_store.get(), [this] { statusChanged(); });
     }
@@ -100,17 +108,20 @@ private:
         const auto &list = m_store->applications();
         switch (step.action) {
         case Drop:
+            if (!m_store->isAddingApplication())
+                m_changes.dropped(modelledPath(step.number));
             m_store->addApplication(QUrl::fromLocalFile(modelledPath(step.number)));
             break;
         case Remove:
             if (!list.isEmpty())
-                m_store->remove(list.at(step.number % list.size()));
+                remove(list.at(step.number % list.size()));
             break;
         case RemoveUnlisted:
             if (m_store->hasLoadedApplications())
-                m_store->remove(modelledApplication(step.number));
+                remove(modelledApplication(step.number));
             break;
         case Reinspect:
+            m_changes.reinspecting();
             m_store->reinspectStaleApplications();
             break;
         case Switch:
@@ -131,40 +142,24 @@ private:
         }
     }
 
-    void answer(const Step &step)
+    void remove(const records::BlockedApplication &application)
     {
-        auto &manager = m_fixture.system.filterManager;
-        const auto &error = knownError(step.number).error;
-        switch (step.action) {
-        case Answer:
-            if (!manager.held.isEmpty()) {
-                m_answered = manager.held.takeAt(step.number % manager.held.size());
-                m_answered();
-            }
-            return;
-        case Repeat:
-            if (m_answered)
-                m_answered();
-            return;
-        case FailLoad:
-            manager.loadErrors.emplace_back(error);
-            return;
-        case FailSave:
-            manager.saveErrors.emplace_back(error);
-            return;
-        default:
-            break;
-        }
-        const auto delegate = m_fixture.system.systemExtensions.delegate();
-        if (!delegate)
-            return;
-        if (step.action == NeedApproval)
-            delegate->requestNeedsUserApproval();
-        else if (step.action == FailActivation)
-            delegate->requestDidFail(error);
-        else
-            delegate->requestDidFinish(ActivationResult(std::max(0, step.number % 8 - 5)));
+        m_changes.removing(application.id);
+        m_store->remove(application);
+        pushed();
     }
+
+    void listChanged()
+    {
+        const QString event = m_changes.changed(m_store->applications());
+        ++m_happened[event];
+        // An addition pushes only once it has written the wish, with its activation.
+        if (event != u"load"_s && m_store->isProtectionEnabled())
+            pushed();
+    }
+
+    /** A write of the rules as they are now has begun. */
+    void pushed() { m_newest = Push{shownRules(), writtenWishes()}; }
 
     void go(const Step &step)
     {
@@ -186,10 +181,10 @@ private:
             system.scheduler.setNow(system.scheduler.now().addDays(step.number % 800 - 400));
             break;
         case Observe:
-            observe(system, step.number);
+            observe(system, m_possible, step.number);
             break;
         case ChangeBundle:
-            changeBundle(system, step.number);
+            changeBundle(system, m_possible, step.number);
             break;
         case Move:
             system.mainBundle.path
@@ -204,19 +199,6 @@ private:
             break;
         default:
             break;
-        }
-    }
-
-    void comeToRest()
-    {
-        auto &system = m_fixture.system;
-        constexpr int mostRounds = 40;
-        for (int round = 0; round < mostRounds; ++round) {
-            while (!system.filterManager.held.isEmpty())
-                system.filterManager.held.takeFirst()();
-            system.scheduler.settle();
-            if (system.filterManager.held.isEmpty())
-                system.scheduler.advance(std::chrono::milliseconds(200));
         }
     }
 
@@ -269,20 +251,39 @@ private:
         return {};
     }
 
-    [[nodiscard]] QStringList rules(const QString &key) const
+    [[nodiscard]] Rules storedRules() const
     {
-        const auto &provider = m_fixture.system.filterManager.stored.provider;
-        return provider ? provider->vendorConfiguration.at(key) : QStringList{u"none"_s};
+        return storedConfiguration(m_fixture.system.filterManager).rules;
     }
 
+    [[nodiscard]] Rules shownRules() const
+    {
+        return {m_store->blockedCodeIdentityKeys(), m_store->blockedApplicationPaths()};
+    }
+
+    /** How often the wish for protection was written; other rules may follow each time. */
+    [[nodiscard]] qsizetype writtenWishes() const
+    {
+        return m_fixture.system.preferences.written.count(u"protectionRequested"_s);
+    }
+
+    /** What a write that was begun and is not known to fail has to leave stored, as long as the
+     * wish is not written again. */
+    struct Push {
+        Rules rules;
+        qsizetype wishes = 0;
+    };
+
     StoreFixture m_fixture;
+    ModelledSystem m_system{m_fixture.system};
     std::unique_ptr<app::AppBlockStore> m_store;
     QByteArray m_atStart;
-    ListChanges m_changes;
-    std::function<void()> m_answered;
+    PossibleRecords m_possible;
+    ListChanges m_changes{{}, m_possible};
+    std::optional<Push> m_newest;
     QString m_wrongStatus;
     Counts m_happened{{u"load"_s, 0}, {u"addition"_s, 0}, {u"removal"_s, 0},
-        {u"re-inspection"_s, 0}, {u"merge"_s, 0}};
+        {u"re-inspection"_s, 0}, {u"merge"_s, 0}, {u"newest rules at rest"_s, 0}};
 };
 
 } // namespace

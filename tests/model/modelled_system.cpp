@@ -1,0 +1,80 @@
+#include "model/modelled_system.h"
+
+#include "model/known_errors.h"
+#include "model/store_actions.h"
+
+#include <algorithm>
+
+namespace zorvane::tests
+{
+
+using namespace store_actions;
+using platform::ActivationResult;
+
+void ModelledSystem::answer(const Step &step)
+{
+    auto &manager = m_system.filterManager;
+    switch (step.action) {
+    case Answer:
+        if (!manager.held.isEmpty()) {
+            m_answered = manager.held.takeAt(step.number % manager.held.size());
+            m_answered();
+        }
+        break;
+    case Repeat:
+        if (m_answered)
+            m_answered();
+        break;
+    case FailLoad:
+        if (!m_isHealthy)
+            manager.loadErrors.emplace_back(knownError(step.number).error);
+        break;
+    case FailSave:
+        if (!m_isHealthy)
+            manager.saveErrors.emplace_back(knownError(step.number).error);
+        break;
+    default:
+        activate(step);
+        break;
+    }
+}
+
+void ModelledSystem::activate(const Step &step)
+{
+    const auto delegate = m_system.systemExtensions.delegate();
+    if (!delegate)
+        return;
+    if (step.action == NeedApproval)
+        delegate->requestNeedsUserApproval();
+    else if (step.action == FailActivation)
+        delegate->requestDidFail(knownError(step.number).error);
+    else
+        delegate->requestDidFinish(ActivationResult(std::max(0, step.number % 8 - 5)));
+}
+
+void ModelledSystem::recover()
+{
+    m_system.filterManager.loadErrors.clear();
+    m_system.filterManager.saveErrors.clear();
+    m_system.mainBundle.path = "/Applications/Zorvane.app";
+}
+
+void ModelledSystem::comeToRest()
+{
+    constexpr int mostRounds = 40;
+    auto &held = m_system.filterManager.held;
+    for (int round = 0; round < mostRounds; ++round) {
+        while (!held.isEmpty())
+            held.takeFirst()();
+        m_system.scheduler.settle();
+        if (held.isEmpty())
+            m_system.scheduler.advance(std::chrono::milliseconds(200));
+    }
+}
+
+bool ModelledSystem::willFail() const
+{
+    return !m_system.filterManager.loadErrors.empty() || !m_system.filterManager.saveErrors.empty();
+}
+
+} // namespace zorvane::tests

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "fakes/fake_platform.h"
+#include "model/model.h"
+
+#include <functional>
+
+namespace zorvane::tests
+{
+
+/** The filter and the extension of a modelled store's system: what they answer, and when. */
+class ModelledSystem
+{
+public:
+    explicit ModelledSystem(FakePlatform &system)
+        : m_system(system)
+    {
+        system.filterManager.holdAnswers = true;
+    }
+
+    /** In a healthy system no load or save ever fails. */
+    void setHealthy(bool healthy) { m_isHealthy = healthy; }
+    /** Does one of the steps from Answer to FailActivation. */
+    void answer(const Step &step);
+    /** From now on nothing fails, and the program stands where it belongs. */
+    void recover();
+    /** Lets all answers go and all jobs run, and enough time pass for the retries. */
+    void comeToRest();
+    /** True while a load or save is still to fail. */
+    [[nodiscard]] bool willFail() const;
+
+private:
+    void activate(const Step &step);
+
+    FakePlatform &m_system;
+    std::function<void()> m_answered;
+    bool m_isHealthy = false;
+};
+
+} // namespace zorvane::tests
