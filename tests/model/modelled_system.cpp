@@ -52,6 +52,36 @@ void ModelledSystem::activate(const Step &step)
         delegate->requestDidFinish(ActivationResult(std::max(0, step.number % 8 - 5)));
 }
 
+void ModelledSystem::go(const Step &step)
+{
+    auto &scheduler = m_system.scheduler;
+    const bool odd = step.number % 2 != 0;
+    switch (step.action) {
+    case RunBackground:
+        if (const qsizetype waiting = scheduler.waitingBackgroundJobs(); waiting > 0)
+            scheduler.runBackgroundJob(step.number % waiting);
+        break;
+    case RunPosted:
+        if (scheduler.postedJobs() > 0)
+            scheduler.runFirstPosted();
+        break;
+    case Pass:
+        scheduler.advance(std::chrono::milliseconds(step.number % 6000), [] {});
+        break;
+    case SetClock:
+        scheduler.setNow(scheduler.now().addDays(step.number % 800 - 400));
+        break;
+    case Move:
+        m_system.mainBundle.path = odd ? "/Applications/Zorvane.app" : "/Users/someone/Zorvane.app";
+        break;
+    case SwitchElsewhere:
+        m_system.filterManager.stored.enabled = odd;
+        break;
+    default:
+        break;
+    }
+}
+
 void ModelledSystem::recover()
 {
     m_system.filterManager.loadErrors.clear();

@@ -8,7 +8,8 @@
 namespace zorvane::tests
 {
 
-/** The filter and the extension of a modelled store's system: what they answer, and when. */
+/** What a modelled store's system does by itself: what it answers, and when, and how time passes.
+ */
 class ModelledSystem
 {
 public:
@@ -22,6 +23,8 @@ public:
     void setHealthy(bool healthy) { m_isHealthy = healthy; }
     /** Does one of the steps from Answer to FailActivation. */
     void answer(const Step &step);
+    /** Does one of the steps from RunBackground on that concern the system alone. */
+    void go(const Step &step);
     /** From now on nothing fails, and the program stands where it belongs. */
     void recover();
     /** Lets all answers go and all jobs run, and enough time pass for the retries. */

@@ -1,5 +1,6 @@
 #include "model/store_model.h"
 
+#include "model/damaged_list.h"
 #include "model/list_changes.h"
 #include "model/modelled_applications.h"
 #include "model/modelled_system.h"
@@ -30,6 +31,7 @@ public:
             changeBundle(m_fixture.system, m_possible,
                 any() / modelledApplications * modelledApplications + i);
         storeSomething(m_fixture.system.preferences, any());
+        m_damaged.watch(m_fixture.system);
         m_fixture.system.filterManager.stored.enabled = any() % 2 == 0;
         m_system.setHealthy(any() % 2 == 0);
         if (const int wish = any() % 3; wish != 2)
@@ -76,7 +78,12 @@ public:
         return broken();
     }
 
-    Counts happened() const override { return m_happened; }
+    Counts happened() const override
+    {
+        Counts result = m_happened;
+        result[u"damaged list set aside"_s] = m_damaged.isSetAside() ? 1 : 0;
+        return result;
+    }
 
 private:
     void start()
@@ -163,41 +170,19 @@ private:
 
     void go(const Step &step)
     {
-        auto &system = m_fixture.system;
-        const bool odd = step.number % 2 != 0;
         switch (step.action) {
-        case RunBackground:
-            if (const qsizetype waiting = system.scheduler.waitingBackgroundJobs(); waiting > 0)
-                system.scheduler.runBackgroundJob(step.number % waiting);
-            break;
-        case RunPosted:
-            if (system.scheduler.postedJobs() > 0)
-                system.scheduler.runFirstPosted();
-            break;
-        case Pass:
-            system.scheduler.advance(std::chrono::milliseconds(step.number % 6000), [] {});
-            break;
-        case SetClock:
-            system.scheduler.setNow(system.scheduler.now().addDays(step.number % 800 - 400));
-            break;
         case Observe:
-            observe(system, m_possible, step.number);
+            observe(m_fixture.system, m_possible, step.number);
             break;
         case ChangeBundle:
-            changeBundle(system, m_possible, step.number);
-            break;
-        case Move:
-            system.mainBundle.path
-                = odd ? "/Applications/Zorvane.app" : "/Users/someone/Zorvane.app";
-            break;
-        case SwitchElsewhere:
-            system.filterManager.stored.enabled = odd;
+            changeBundle(m_fixture.system, m_possible, step.number);
             break;
         case StartAgain:
             end();
             start();
             break;
         default:
+            m_system.go(step);
             break;
         }
     }
@@ -218,6 +203,8 @@ private:
     [[nodiscard]] QString broken() const
     {
         const auto &system = m_fixture.system;
+        if (m_damaged.isLost())
+            return u"a damaged list was overwritten before it was set aside"_s;
         if (system.systemExtensions.overlapping)
             return u"activation was requested again while a request was outstanding"_s;
         if (!m_wrongStatus.isEmpty())
@@ -276,6 +263,7 @@ private:
 
     StoreFixture m_fixture;
     ModelledSystem m_system{m_fixture.system};
+    DamagedList m_damaged;
     std::unique_ptr<app::AppBlockStore> m_store;
     QByteArray m_atStart;
     PossibleRecords m_possible;
