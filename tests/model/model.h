@@ -61,7 +61,8 @@ struct Outcome {
 /** Does the steps in a world of their own. */
 [[nodiscard]] Outcome run(const ModelKind &kind, quint32 seed, const QList<Step> &steps);
 
-/** A script that still fails and of which no step can be left out. */
+/** A script that still fails in the same way, numbers aside, and of which no step can be left out.
+ */
 [[nodiscard]] QList<Step> shrunk(const ModelKind &kind, quint32 seed, const QList<Step> &steps);
 
 /** The steps as a person reads them, one a line. */

@@ -32,7 +32,7 @@ private Q_SLOTS:
     }
 
 private:
-    /** Breaks after the third "two". */
+    /** Breaks after the third "two", and in another way without it. */
     static ModelKind threeTimesTwo()
     {
         struct Counting final : Model {
@@ -41,7 +41,7 @@ private:
                 twos += step.action == 1 ? 1 : 0;
                 return twos == 3 ? u"three"_s : QString();
             }
-            QString finish() override { return {}; }
+            QString finish() override { return twos < 3 ? u"too few"_s : QString(); }
             Counts happened() const override { return {}; }
             int twos = 0;
         };
