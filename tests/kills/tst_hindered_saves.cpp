@@ -2,11 +2,17 @@
 #include "kills/busy_folder.h"
 #include "kills/small_disk.h"
 #include "platform/started_program.h"
+#include "tests/bundle_files/bundle_files.h"
 
+#include <fcntl.h>
+#include <filesystem>
 #include <QDir>
+#include <QScopeGuard>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
+namespace fs = std::filesystem;
 
 namespace
 {
@@ -65,6 +71,24 @@ private Q_SLOTS:
         QVERIFY(disk.makeReadOnly());
         StartedProgram started(program, folder.path());
         QVERIFY(reports(started, "cannot be written: Read-only file system"));
+        QVERIFY(started.isRunning());
+        QCOMPARE(folder.stage(), 0);
+    }
+
+    void aFolderThatMayNotBeWrittenToIsReportedAndTheOldListStays()
+    {
+        BusyFolder folder;
+        folder.storeOldList();
+        constexpr auto closed = fs::perms(0555);
+        fs::permissions(folder.state().path() / "preferences", closed);
+        const auto open = qScopeGuard([&folder] {
+            fs::permissions(folder.state().path() / "preferences", fs::perms::owner_all);
+        });
+        const OrdinaryUser user(folder.state().path());
+        if (::faccessat(AT_FDCWD, ZORVANE_PROGRAM, X_OK, AT_EACCESS) != 0)
+            QSKIP("the program lies where an ordinary user cannot start it");
+        StartedProgram started(program, folder.path());
+        QVERIFY(reports(started, "cannot be written: Permission denied"));
         QVERIFY(started.isRunning());
         QCOMPARE(folder.stage(), 0);
     }

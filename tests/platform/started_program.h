@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QProcess>
 #include <QString>
+#include <unistd.h>
 
 namespace zorvane::tests
 {
@@ -20,6 +21,11 @@ public:
         if (!token.isEmpty())
             environment.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), token);
         m_process.setProcessEnvironment(environment);
+        // Rights that the test has put down for a while are not for the program to take up again.
+        if (::getuid() != ::geteuid()) {
+            m_process.setChildProcessModifier(
+                [] { static_cast<void>(::setreuid(::geteuid(), ::geteuid())); });
+        }
         m_process.start(program, QStringList());
     }
     ~StartedProgram()
