@@ -2,12 +2,16 @@
 #include "platform/platform.h"
 #include "platform/simulated/property_list.h"
 #include "tests/bundle_files/bundle_files.h"
+#include "tests/desktop_bus/private_bus.h"
 #include "tests/endurance/fast_scheduler.h"
 #include "tests/endurance/resources.h"
 #include "tests/long/times.h"
 #include "tests/platform/state_folder.h"
 #include "tests/signed_code/signed_code.h"
+#include "ui/blocked_apps_model.h"
 
+#include <atomic>
+#include <cstdio>
 #include <QColor>
 #include <QSignalSpy>
 #include <QTest>
@@ -49,6 +53,17 @@ fs::path makeApplication(const fs::path &folder, int number)
     return bundle;
 }
 
+std::atomic<int> warnings = 0;
+
+/** In the place of the output, which would be the longer part of a day. */
+void countMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        return;
+    ++warnings;
+    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+}
+
 } // namespace
 
 /**
@@ -64,6 +79,7 @@ private Q_SLOTS:
     {
         qputenv("ZORVANE_SYSTEM_DIR", m_state.filePath(QString()).toUtf8());
         qputenv("XDG_DATA_HOME", m_state.filePath(u"data"_s).toUtf8());
+        qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toUtf8());
         for (const char *proxy : {"http_proxy", "https_proxy", "all_proxy"})
             qputenv(proxy, "http://127.0.0.1:9");
         QVERIFY(QDir().mkpath(m_state.filePath(u"preferences"_s)));
@@ -74,7 +90,7 @@ private Q_SLOTS:
 
     void memoryHandlesAndThreadsStayFlatOverADay()
     {
-        const auto handler = qInstallMessageHandler([](auto, const auto &, const auto &) {});
+        const auto handler = qInstallMessageHandler(countMessage);
         const auto restore = qScopeGuard([handler] { qInstallMessageHandler(handler); });
         auto ports = platform::makePlatform();
         auto scheduler = std::make_unique<FastScheduler>(std::move(ports.scheduler));
@@ -82,6 +98,7 @@ private Q_SLOTS:
         ports.scheduler = std::move(scheduler);
         app::AppBlockStore store(ports);
         QTRY_VERIFY_WITH_TIMEOUT(store.hasLoadedApplications(), longestWait);
+        const ui::BlockedAppsModel rows(store);
         for (int i = 0; i < applicationCount; ++i)
             add(store, i);
 
@@ -92,9 +109,12 @@ private Q_SLOTS:
             if (pass == warmUp)
                 before = atTheSamePlace(store);
             live(store, pass);
+            show(rows, store);
         }
         compare(before, atTheSamePlace(store));
         QVERIFY(m_merges > passes / 100);
+        QVERIFY(m_linesShown > passes);
+        QCOMPARE(warnings.load(), 0);
     }
 
 private:
@@ -114,8 +134,24 @@ private:
             add(store, number);
         }
         if (pass % 50 == 49) {
-            store.setProtectionEnabled(pass % 100 == 49);
+            const bool on = pass % 100 == 49;
+            store.setProtectionEnabled(on);
+            QTRY_COMPARE_WITH_TIMEOUT(store.isProtectionEnabled(), on, longestWait);
             store.refreshProtection();
+        }
+    }
+
+    /** Asks for everything that the list's rows show. */
+    void show(const ui::BlockedAppsModel &rows, const app::AppBlockStore &store)
+    {
+        const auto &list = store.applications();
+        QCOMPARE(rows.rowCount(), int(list.size()));
+        const auto roles = rows.roleNames();
+        for (int row = 0; row < rows.rowCount(); ++row) {
+            for (auto role = roles.keyBegin(); role != roles.keyEnd(); ++role)
+                QVERIFY(rows.data(rows.index(row), *role).isValid());
+            QCOMPARE(rows.data(rows.index(row), ui::BlockedAppsModel::NameRole), list[row].name);
+            m_linesShown += rows.components(row).size();
         }
     }
 
@@ -185,11 +221,13 @@ private:
         QVERIFY(after.heapBytes <= before.heapBytes + tolerance);
     }
 
+    const PrivateBus m_bus;
     const StateFolder m_state;
     const ScratchFolder m_scratch;
     std::vector<fs::path> m_bundles;
     FastScheduler *m_time = nullptr;
     int m_merges = 0;
+    qsizetype m_linesShown = 0;
 };
 
 QTEST_MAIN(TestEndurance)
