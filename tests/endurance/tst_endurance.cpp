@@ -133,10 +133,20 @@ private:
             remove(store, number);
             add(store, number);
         }
-        if (pass % 50 == 49) {
-            const bool on = pass % 100 == 49;
+        if (pass % 200 == 149)
+            turnOffAndOn(store);
+    }
+
+    /** An addition has switched it on before. */
+    static void turnOffAndOn(app::AppBlockStore &store)
+    {
+        using Status = filter::FilterStatus::Kind;
+        const auto &controller = *store.filterController();
+        QTRY_COMPARE_WITH_TIMEOUT(controller.status().kind(), Status::Enabled, longestWait);
+        for (const bool on : {false, true}) {
             store.setProtectionEnabled(on);
-            QTRY_COMPARE_WITH_TIMEOUT(store.isProtectionEnabled(), on, longestWait);
+            QTRY_COMPARE_WITH_TIMEOUT(
+                controller.status().kind(), on ? Status::Enabled : Status::Inactive, longestWait);
             store.refreshProtection();
         }
     }
