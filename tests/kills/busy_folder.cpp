@@ -25,6 +25,8 @@ const QString file = u"preferences/dev.kestrelworks.Zorvane.plist"_s;
 const QString halfWritten = u"preferences/.dev.kestrelworks.Zorvane.plist.new"_s;
 const QString shared = u"preferences/group.dev.kestrelworks.Zorvane.plist"_s;
 const QString listKey = u"blockedApplications"_s;
+const QString wishKey = u"protectionRequested"_s;
+const QString announcedKey = u"updates.lastNotifiedVersion"_s;
 
 constexpr int length = 60;
 /** A write of all icons takes a moment, in which a kill can come. */
@@ -101,13 +103,41 @@ void BusyFolder::announceVersion(const QString &version)
 
 int BusyFolder::stage() const
 {
-    const auto list = records::decodedApplications(preferences().value(listKey).toByteArray());
+    return stageOf(preferences());
+}
+
+int BusyFolder::stageOf(const QVariantMap &preferences) const
+{
+    const auto list = records::decodedApplications(preferences.value(listKey).toByteArray());
     return list ? int(m_stages.indexOf(*list)) : -1;
 }
 
 QString BusyFolder::announcedVersion() const
 {
-    return preferences().value(u"updates.lastNotifiedVersion"_s).toString();
+    return preferences().value(announcedKey).toString();
+}
+
+QByteArray BusyFolder::snapshot() const
+{
+    return m_folder.read(file);
+}
+
+QString BusyFolder::undone(const QList<QByteArray> &snapshots) const
+{
+    int stage = -1;
+    QVariantMap before;
+    for (const QByteArray &snapshot : snapshots) {
+        const QVariantMap now = readPropertyList(snapshot).toMap();
+        if (stageOf(now) < stage)
+            return u"the list went back from stage %1 to %2"_s.arg(stage).arg(stageOf(now));
+        for (const QString &key : {wishKey, announcedKey}) {
+            if (before.contains(key) && now.value(key) != before.value(key))
+                return key + u" was changed back"_s;
+        }
+        stage = stageOf(now);
+        before = now;
+    }
+    return {};
 }
 
 QString BusyFolder::damage() const
@@ -115,7 +145,7 @@ QString BusyFolder::damage() const
     const QVariantMap values = preferences();
     if (values.value(u"kept"_s) != u"value"_s)
         return u"a value was lost"_s;
-    const QVariant wish = values.value(u"protectionRequested"_s, true);
+    const QVariant wish = values.value(wishKey, true);
     if (wish.typeId() != QMetaType::Bool)
         return u"the wish for protection is damaged"_s;
     for (const QString &each :
@@ -138,7 +168,7 @@ bool BusyFolder::wasInterrupted() const
 
 QVariantMap BusyFolder::preferences() const
 {
-    return readPropertyList(m_folder.read(file)).toMap();
+    return readPropertyList(snapshot()).toMap();
 }
 
 void BusyFolder::setPreferences(const QVariantMap &values) const

@@ -35,6 +35,10 @@ public:
     [[nodiscard]] int stage() const;
     /** The version that the agent has announced, as it remembers it; empty if none. */
     [[nodiscard]] QString announcedVersion() const;
+    /** The preferences as they are, to be understood later, when there is time. */
+    [[nodiscard]] QByteArray snapshot() const;
+    /** What was done and is undone in a later one of these snapshots; empty if nothing is. */
+    [[nodiscard]] QString undone(const QList<QByteArray> &snapshots) const;
     /** What else is wrong in the folder; empty if nothing is. */
     [[nodiscard]] QString damage() const;
     /** True if a write of the preferences was not finished. */
@@ -46,6 +50,7 @@ public:
     [[nodiscard]] const StateFolder &state() const { return m_folder; }
 
 private:
+    [[nodiscard]] int stageOf(const QVariantMap &preferences) const;
     void store(const QList<records::BlockedApplication> &list);
 
     StateFolder m_folder;

@@ -45,31 +45,47 @@ bool kill(StartedProgram &started)
     return started.signal(SIGKILL) && started.endsBy(SIGKILL);
 }
 
-/** The moment of one kill: a time, or the start of the next write after it. */
+/** The moment of one kill: a time, or the start of the next write after it. Sees what is written
+ * until then. */
 class Moment
 {
 public:
     Moment(const Aim::Shot &shot, const BusyFolder &folder, bool isTimed)
-        : m_end(shot.delay - (isTimed ? 0 : shot.spread))
+        : m_folder(folder)
+        , m_end(shot.delay - (isTimed ? 0 : shot.spread))
         , m_longest(4 * shot.spread)
-        , m_writes(folder.state().filePath(u"preferences"_s))
+        , m_begun(folder.state().filePath(u"preferences"_s), WriteWatch::Begun)
+        , m_done(folder.state().filePath(u"preferences"_s), WriteWatch::Done)
         , m_isTimed(isTimed)
+        , m_snapshots{folder.snapshot()}
     {
     }
 
-    void wait() const
+    void wait()
     {
-        if (!m_end.hasExpired())
-            QThread::msleep(static_cast<unsigned long>(m_end.remainingTime()));
+        while (m_done.wait(m_end))
+            m_snapshots.append(m_folder.snapshot());
+        m_begun.forget();
         if (!m_isTimed)
-            m_writes.waitForNext(QDeadlineTimer(m_longest));
+            static_cast<void>(m_begun.wait(QDeadlineTimer(m_longest)));
+    }
+
+    /** What is wrong after the kill; empty if nothing is. */
+    [[nodiscard]] QString fault()
+    {
+        m_snapshots.append(m_folder.snapshot());
+        const QString undone = m_folder.undone(m_snapshots);
+        return undone.isEmpty() ? m_folder.damage() : undone;
     }
 
 private:
+    const BusyFolder &m_folder;
     const QDeadlineTimer m_end;
     const qint64 m_longest;
-    const WriteWatch m_writes;
+    const WriteWatch m_begun;
+    const WriteWatch m_done;
     const bool m_isTimed;
+    QList<QByteArray> m_snapshots;
 };
 
 } // namespace
@@ -90,13 +106,13 @@ private Q_SLOTS:
         Aim aim(*duration);
         killOften(folders, aim, timesIfLong(15), [&aim](BusyFolder &folder, bool isTimed) {
             folder.storeOldList();
-            const Moment moment(aim.next(), folder, isTimed);
+            Moment moment(aim.next(), folder, isTimed);
             StartedProgram started(program, folder.path());
             moment.wait();
             if (!kill(started))
                 return u"it ended by itself"_s;
             aim.came(folder.stage() == 0, folder.wasInterrupted(), isTimed);
-            return folder.stage() >= 0 ? folder.damage() : u"neither list"_s;
+            return folder.stage() >= 0 ? moment.fault() : u"neither list"_s;
         });
         aim.report("saves");
         QVERIFY(aim.hasFound());
@@ -114,13 +130,13 @@ private Q_SLOTS:
         Aim aim(*duration);
         killOften(folders, aim, timesIfLong(5), [&aim](BusyFolder &folder, bool isTimed) {
             folder.storeCurrentList();
-            const Moment moment(aim.next(), folder, isTimed);
+            Moment moment(aim.next(), folder, isTimed);
             StartedProgram started(program, folder.path());
             moment.wait();
             if (!kill(started))
                 return u"it ended by itself"_s;
             aim.came(folder.stage() == 1, folder.wasInterrupted(), isTimed);
-            return folder.stage() >= 1 ? folder.damage() : u"neither list"_s;
+            return folder.stage() >= 1 ? moment.fault() : u"neither list"_s;
         });
         aim.report("merges");
         QVERIFY(aim.hasFound());
@@ -138,7 +154,7 @@ private Q_SLOTS:
         killOften(folders, aim, timesIfLong(5), [&aim](BusyFolder &folder, bool isTimed) {
             folder.storeOldList();
             folder.announceVersion(u"99.1"_s);
-            const Moment moment(aim.next(), folder, isTimed);
+            Moment moment(aim.next(), folder, isTimed);
             StartedProgram window(program, folder.path());
             StartedProgram unattended(agent, folder.path());
             moment.wait();
@@ -150,7 +166,7 @@ private Q_SLOTS:
             aim.came(announced.isEmpty(), folder.wasInterrupted(), isTimed);
             if (!announced.isEmpty() && !announced.contains(u"99.1"_s))
                 return u"announced is "_s + announced;
-            return folder.stage() >= 0 ? folder.damage() : u"neither list"_s;
+            return folder.stage() >= 0 ? moment.fault() : u"neither list"_s;
         });
         aim.report("announcements");
         QVERIFY(aim.hasFound());
