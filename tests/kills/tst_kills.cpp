@@ -174,6 +174,21 @@ private Q_SLOTS:
         aStartAfterwardsWorksWell(folders.front());
     }
 
+    void applicationAndAgentKeepWhatTheOtherHasWritten()
+    {
+        BusyFolder folder;
+        const NotificationScreen screen(m_bus);
+        for (int round = 0; round < timesIfLong(3); ++round) {
+            folder.storeOldList();
+            folder.announceVersion(u"99.1"_s);
+            const StartedProgram window(program, folder.path());
+            const StartedProgram unattended(agent, folder.path());
+            QTRY_VERIFY_WITH_TIMEOUT(
+                folder.stage() == 1 && !folder.announcedVersion().isEmpty(), 20'000);
+            QCOMPARE(folder.damage(), QString());
+        }
+    }
+
 private:
     /**
      * Kills @p rounds programs, one at a time in each folder. @p kill starts one and says what is
