@@ -84,8 +84,10 @@ QDateTime toDate(plist_t node)
     int32_t seconds = 0;
     int32_t microseconds = 0;
     plist_get_date_val(node, &seconds, &microseconds);
-    // The library gives the fraction without its sign.
-    const qint64 fraction = (seconds < 0 ? -1 : 1) * qint64(microseconds) / 1000;
+    // The library gives the fraction without its sign and rounded down, and none that makes sense
+    // of a date that it cannot hold.
+    const bool isFraction = microseconds >= 0 && microseconds < 1'000'000;
+    const qint64 fraction = isFraction ? (seconds < 0 ? -1 : 1) * ((microseconds + 500) / 1000) : 0;
     const qint64 milliseconds = (qint64(seconds) + referenceDate) * 1000 + fraction;
     return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC);
 }

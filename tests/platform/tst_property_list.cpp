@@ -107,6 +107,34 @@ private Q_SLOTS:
             readPropertyList(writePropertyList(map)), QVariant(QVariantMap{{u"kept"_s, true}}));
     }
 
+    void aDateKeepsItsMilliseconds_data()
+    {
+        QTest::addColumn<qint64>("milliseconds");
+        // Since 1970: the format counts from 2001, in seconds that are no whole thousandths.
+        for (const qint64 milliseconds : {qint64(1'767'323'045'001), qint64(1'767'323'045'483),
+                 qint64(1'767'323'045'999), qint64(900'000'000'484), qint64(-1'169'174'300'517)})
+            QTest::addRow("%lld", milliseconds) << milliseconds;
+    }
+
+    void aDateKeepsItsMilliseconds()
+    {
+        QFETCH(qint64, milliseconds);
+        const QVariantMap map{{u"d"_s, QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC)}};
+        QCOMPARE(readPropertyList(writePropertyList(map)), QVariant(map));
+    }
+
+    void aDateBeforeAllThatCanBeHeldIsTheEarliest()
+    {
+        // -6.1e146 seconds
+        const QByteArray bytes = "bplist00\xd1\x01\x02Qd"
+                                 "\x33\xde\xc1\x41\xca\x92\x80\x00\x00"
+                                 "\x08\x0b\x0d"_ba
+            + QByteArray(6, '\0') + "\x01\x01"_ba + QByteArray(7, '\0') + "\x03"_ba
+            + QByteArray(8, '\0') + QByteArray(7, '\0') + "\x16"_ba;
+        const QDateTime date = readPropertyList(bytes).toMap().value(u"d"_s).toDateTime();
+        QCOMPARE(date, QDateTime(QDate(1932, 12, 13), QTime(20, 45, 52), Qt::UTC));
+    }
+
     void datesBeyondTheFormatAreKeptInRange()
     {
         const QVariantMap map{{u"d"_s, QDateTime(QDate(2200, 1, 1), QTime(0, 0), Qt::UTC)}};
