@@ -42,7 +42,10 @@ void BlockedList::replace(const QHash<QUuid, BlockedApplication> &newer)
 {
     for (BlockedApplication &application : m_applications) {
         const auto found = newer.constFind(application.id);
-        if (found != newer.cend())
+        if (found == newer.cend())
+            continue;
+        if (found->signingIdentifier == application.signingIdentifier
+            || !containsSigningIdentifier(found->signingIdentifier))
             application = *found;
     }
 }

@@ -67,6 +67,20 @@ private Q_SLOTS:
         QCOMPARE(list.applications(), QList({renamed, b}));
     }
 
+    void aReplacementThatSignsAsAnotherListedRecordIsLeftOut()
+    {
+        app::BlockedList list;
+        const auto a = sampleApplication(u"a"_s, u"a"_s);
+        const auto b = sampleApplication(u"b"_s, u"b"_s);
+        list.load({a, b});
+        auto becomesB = a;
+        becomesB.signingIdentifier = u"b"_s;
+        auto becomesC = b;
+        becomesC.signingIdentifier = u"c"_s;
+        list.replace({{a.id, becomesB}, {b.id, becomesC}});
+        QCOMPARE(list.applications(), QList({a, becomesC}));
+    }
+
 private:
     static QStringList namesAfterInserting(const QStringList &names)
     {

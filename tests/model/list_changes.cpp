@@ -108,13 +108,14 @@ QString ListChanges::renewed(const QList<BlockedApplication> &list)
         const BlockedApplication &application = list.at(i);
         if (application == old)
             continue;
-        if (application.id != old.id || application.path != old.path
-            || application.signingIdentifier != old.signingIdentifier)
+        if (application.id != old.id || application.path != old.path)
             m_broken = u"the list's order changed, or a record became another's"_s;
         else if (m_possible->isMerged(old, application))
             name = records::isStale(old) ? u"new form"_s : u"merge"_s;
         else if (m_reinspected.contains(old.id) && m_possible->isInspected(application))
-            name = u"re-inspection"_s;
+            name = application.signingIdentifier == old.signingIdentifier
+                ? u"re-inspection"_s
+                : u"another application"_s;
         else
             m_broken = u"a record became what neither an inspection nor a merge makes of it"_s;
     }

@@ -64,8 +64,8 @@ inline void storeSomething(FakePreferences &preferences, int number)
     preferences.values.insert(listKey, number % 8 == 1 ? bytes.chopped(2) : bytes);
 }
 
-/** Puts a bundle on the made-up disk, under a name that may be another than before, or takes it
- * away. */
+/** Puts a bundle on the made-up disk, under a name that may be another than before, sometimes in
+ * the place of another application's, or takes it away. */
 inline void changeBundle(FakePlatform &system, PossibleRecords &possible, int number)
 {
     const QString path = modelledPath(number);
@@ -74,7 +74,9 @@ inline void changeBundle(FakePlatform &system, PossibleRecords &possible, int nu
         system.bundles.information.remove(path);
         return;
     }
-    system.addBundle(path, modelledIdentifier(number), QStringLiteral("TEAM"), modelledName(name));
+    const int occupant = name / 64 % 4 == 0 ? name : number;
+    system.addBundle(
+        path, modelledIdentifier(occupant), QStringLiteral("TEAM"), modelledName(name));
     const auto &ports = system.ports;
     const inspection::ApplicationInspector inspector(
         {*ports.bundles, *ports.signatures, *ports.walk, *ports.icons});

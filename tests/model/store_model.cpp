@@ -245,7 +245,10 @@ private:
 
     [[nodiscard]] Rules shownRules() const
     {
-        return {m_store->blockedCodeIdentityKeys(), m_store->blockedApplicationPaths()};
+        QStringList paths = m_store->blockedApplicationPaths();
+        // Two applications may have stood at one path, one after the other.
+        paths.removeDuplicates();
+        return {m_store->blockedCodeIdentityKeys(), paths};
     }
 
     /** How often the wish for protection was written; other rules may follow each time. */
@@ -271,7 +274,8 @@ private:
     std::optional<Push> m_newest;
     QString m_wrongStatus;
     Counts m_happened{{u"load"_s, 0}, {u"addition"_s, 0}, {u"removal"_s, 0},
-        {u"re-inspection"_s, 0}, {u"merge"_s, 0}, {u"newest rules at rest"_s, 0}};
+        {u"re-inspection"_s, 0}, {u"another application"_s, 0}, {u"merge"_s, 0},
+        {u"newest rules at rest"_s, 0}};
 };
 
 } // namespace
