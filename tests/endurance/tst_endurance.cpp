@@ -41,7 +41,7 @@ QByteArray program(const QByteArray &identifier)
 fs::path makeApplication(const fs::path &folder, int number)
 {
     const QByteArray name = "app" + QByteArray::number(number);
-    const fs::path bundle = folder / (name + ".app").toStdString();
+    fs::path bundle = folder / (name + ".app").toStdString();
     const fs::path contents = bundle / "Contents";
     writeFile(contents / "Info.plist",
         textPropertyList({{"CFBundleIdentifier", "com.example." + name},
@@ -232,7 +232,7 @@ private:
     }
 
     const PrivateBus m_bus;
-    const StateFolder m_state;
+    const StateFolder m_state{};
     const ScratchFolder m_scratch;
     std::vector<fs::path> m_bundles;
     FastScheduler *m_time = nullptr;

@@ -77,25 +77,25 @@ class TestHostileBundles : public QObject
     Q_OBJECT
 
 private:
-    fs::path in(const std::string &place) const { return m_app / "Contents" / place; }
+    [[nodiscard]] fs::path in(const std::string &place) const { return m_app / "Contents" / place; }
 
     void addProgram(const std::string &place, const QByteArray &identifier) const
     {
         writeFile(in(place), program(identifier), Mode::Executable);
     }
 
-    InspectionResult inspect(const platform::DirectoryWalk &walk) const
+    [[nodiscard]] InspectionResult inspect(const platform::DirectoryWalk &walk) const
     {
         return ApplicationInspector(
             {*m_reading.bundles, *m_reading.signatures, walk, *m_reading.icons})
             .inspectApplication(
                 QUrl::fromLocalFile(QString::fromStdString(m_app.string())), QUuid::createUuid());
     }
-    InspectionResult inspect() const { return inspect(*m_reading.walk); }
+    [[nodiscard]] InspectionResult inspect() const { return inspect(*m_reading.walk); }
 
     /** The signing identifiers of the helpers; "refused" if there is no record. */
-    QStringList helpers() const { return helpers(*m_reading.walk); }
-    QStringList helpers(const platform::DirectoryWalk &walk) const
+    [[nodiscard]] QStringList helpers() const { return helpers(*m_reading.walk); }
+    [[nodiscard]] QStringList helpers(const platform::DirectoryWalk &walk) const
     {
         const InspectionResult result = inspect(walk);
         const auto *record = std::get_if<BlockedApplication>(&result);
@@ -213,7 +213,8 @@ private Q_SLOTS:
             for (int i = 0; !ends; ++i) {
                 // In place: the reader's file shrinks and grows under its hands.
                 std::error_code ignored;
-                fs::resize_file(in("Helpers/changing"), size_t(i * 37 % whole.size()), ignored);
+                fs::resize_file(
+                    in("Helpers/changing"), size_t(qsizetype(i) * 37 % whole.size()), ignored);
                 writeFile(in("Helpers/changing"), i % 3 == 0 ? QByteArray(5000, '\xca') : whole,
                     Mode::Executable);
             }

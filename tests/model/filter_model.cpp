@@ -72,7 +72,7 @@ public:
         return {};
     }
 
-    Counts happened() const override
+    [[nodiscard]] Counts happened() const override
     {
         Counts result = m_statuses;
         result[u"retry"_s] = m_expected.retries;

@@ -20,7 +20,7 @@ ListChanges::ListChanges(const QList<BlockedApplication> &stored, const Possible
 
 QString ListChanges::changed(const QList<BlockedApplication> &list)
 {
-    const QString name = event(list);
+    QString name = event(list);
     checkUniqueness(list);
     m_shown = list;
     return name;

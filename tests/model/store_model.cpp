@@ -78,7 +78,7 @@ public:
         return broken();
     }
 
-    Counts happened() const override
+    [[nodiscard]] Counts happened() const override
     {
         Counts result = m_happened;
         result[u"damaged list set aside"_s] = m_damaged.isSetAside() ? 1 : 0;

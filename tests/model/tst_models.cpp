@@ -42,7 +42,7 @@ private:
                 return twos == 3 ? u"three"_s : QString();
             }
             QString finish() override { return twos < 3 ? u"too few"_s : QString(); }
-            Counts happened() const override { return {}; }
+            [[nodiscard]] Counts happened() const override { return {}; }
             int twos = 0;
         };
         return {{{0, u"one"_s, 1}, {1, u"two"_s, 1}},
