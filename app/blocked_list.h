@@ -37,8 +37,8 @@ public:
     /** Puts a changed form of the same list in its place. */
     void assign(const QList<records::BlockedApplication> &applications);
 
-    /** Puts each record of @p newer, by id, in the place of the listed one, unless its bundle has
-     * become another application and that is listed already. */
+    /** Puts each record of @p newer, by id, in the place of the listed one, unless two would then
+     * sign as the same: the one whose bundle has become another application stays as it was. */
     void replace(const QHash<QUuid, records::BlockedApplication> &newer);
 
     /** The records of older inspections, in list order. */

@@ -67,18 +67,39 @@ private Q_SLOTS:
         QCOMPARE(list.applications(), QList({renamed, b}));
     }
 
+    void aReplacementThatSignsAsAnotherListedRecordIsLeftOut_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("to");
+        QTest::addColumn<QString>("then");
+        QTest::newRow("as one that stays") << u"ab"_s << u"bb"_s << u"ab"_s;
+        QTest::newRow("as one that leaves") << u"ab"_s << u"bc"_s << u"bc"_s;
+        QTest::newRow("as one that leaves, before it") << u"ab"_s << u"ca"_s << u"ca"_s;
+        QTest::newRow("as each other") << u"ab"_s << u"ba"_s << u"ba"_s;
+        QTest::newRow("both as a third") << u"ab"_s << u"cc"_s << u"cb"_s;
+        QTest::newRow("as one that cannot leave") << u"abc"_s << u"bcc"_s << u"abc"_s;
+    }
+
     void aReplacementThatSignsAsAnotherListedRecordIsLeftOut()
     {
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QString, then);
         app::BlockedList list;
-        const auto a = sampleApplication(u"a"_s, u"a"_s);
-        const auto b = sampleApplication(u"b"_s, u"b"_s);
-        list.load({a, b});
-        auto becomesB = a;
-        becomesB.signingIdentifier = u"b"_s;
-        auto becomesC = b;
-        becomesC.signingIdentifier = u"c"_s;
-        list.replace({{a.id, becomesB}, {b.id, becomesC}});
-        QCOMPARE(list.applications(), QList({a, becomesC}));
+        QHash<QUuid, records::BlockedApplication> newer;
+        QList<records::BlockedApplication> stored;
+        for (qsizetype i = 0; i < from.size(); ++i) {
+            stored << sampleApplication(from.at(i), from.at(i));
+            auto changed = stored.last();
+            changed.signingIdentifier = to.at(i);
+            newer.insert(changed.id, changed);
+        }
+        list.load(stored);
+        list.replace(newer);
+        QString identifiers;
+        for (const auto &application : list.applications())
+            identifiers += application.signingIdentifier;
+        QCOMPARE(identifiers, then);
     }
 
 private:
