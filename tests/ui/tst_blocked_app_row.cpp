@@ -6,11 +6,6 @@
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
 
-namespace
-{
-
-} // namespace
-
 /** How a row unfolds, and what it does with names of all kinds. */
 class TestBlockedAppRow : public QObject
 {

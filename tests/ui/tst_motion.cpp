@@ -115,11 +115,11 @@ private Q_SLOTS:
         };
         const auto scales = inEachFrame(
             fixture, goOn,
-            [&] { return second(fixture) == nullptr ? 1 : second(fixture)->scale(); },
+            [&] { return second(fixture) == nullptr ? -1 : second(fixture)->scale(); },
             [&] { return fixture.text(u"Welcome to Zorvane"_s) == nullptr; });
-        QVERIFY(!scales.isEmpty());
+        QVERIFY(scales.contains(1));
         for (const auto scale : scales)
-            QCOMPARE(scale, 1.0);
+            QVERIFY(scale == -1 || scale == 1);
     }
 
     void reducedTheKnobOfTheSwitchIsAtItsOtherEndAtOnce()

@@ -6,11 +6,6 @@
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
 
-namespace
-{
-
-} // namespace
-
 /** The main window from its least size to a large screen, and with names of all kinds. */
 class TestWindowSizes : public QObject
 {

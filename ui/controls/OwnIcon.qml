@@ -1,6 +1,6 @@
 import QtQuick
 
-/* The product's own icon, as the running program reports it, with rounded corners. */
+/* The product's own icon, with rounded corners: the system's, where it has one. */
 Image {
     id: root
 
