@@ -1,10 +1,11 @@
-"""Reads what llvm-cov exports, and prints lines and branches of each file and in all.
+"""coverage.py FILE...: reads what llvm-cov exports, and prints lines and branches of each of these
+files and in all.
 
 A branch is one way that a condition can go. A template counts as reached where any use of it is.
 """
 
 import json
-import pathlib
+import os
 import sys
 
 
@@ -41,20 +42,31 @@ def row(name, lines, ways, missing=""):
     ).rstrip()
 
 
+def reached_files(export, wanted):
+    """Lines and ways of each wanted file, which may have been compiled under several names."""
+    found = {}
+    for file in export["data"][0]["files"]:
+        name = os.path.relpath(os.path.abspath(file["filename"]))
+        if name not in wanted:
+            continue
+        lines, ways = found.setdefault(name, ({}, {}))
+        for line, count in lines_of(file["segments"]).items():
+            lines[line] = max(lines.get(line, 0), count)
+        for place, count in ways_of(file["branches"]).items():
+            ways[place] = ways.get(place, 0) + count
+    return found
+
+
 def main():
-    root = pathlib.Path.cwd()
     all_lines, all_ways = [], []
     print(f"{'':45}{'lines':>21}{'branches':>23}  not reached, by line")
-    for file in sorted(json.load(sys.stdin)["data"][0]["files"], key=lambda file: file["filename"]):
-        lines = lines_of(file["segments"])
-        ways = ways_of(file["branches"])
+    for name, (lines, ways) in sorted(reached_files(json.load(sys.stdin), set(sys.argv[1:])).items()):
         if not lines:
             continue
         missing = sorted(
             {line for line, count in lines.items() if not count}
             | {place[0] for place, count in ways.items() if not count}
         )
-        name = str(pathlib.Path(file["filename"]).relative_to(root))
         print(row(name, lines.values(), ways.values(), " ".join(map(str, missing))))
         all_lines += lines.values()
         all_ways += ways.values()
