@@ -19,7 +19,6 @@ constexpr std::chrono::milliseconds launchPause{500};
 
 int run(platform::SingleInstance &instance)
 {
-    const auto fonts = ui::readFontsAhead();
     platform::Platform platform = platform::makePlatform(launchPause);
     // Before the window, so that the saved list is on its way while that is built.
     app::AppBlockStore store(platform);
@@ -40,6 +39,7 @@ int run(platform::SingleInstance &instance)
 
 int main(int argc, char *argv[])
 {
+    const auto fonts = ui::readFontsAhead();
     const QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(u"Zorvane"_s);
     QGuiApplication::setApplicationVersion(QStringLiteral(ZORVANE_VERSION));

@@ -7,8 +7,9 @@ namespace zorvane::ui
 
 /**
  * Has what the desktop says of fonts read on a thread of its own, where that is left to each
- * program: the first text would wait for it otherwise. After the application object, which still
- * changes the environment. The end of what it returns waits for that thread.
+ * program: the first text would wait for it otherwise. Before the application object, which mostly
+ * waits for the display; of the environment that takes out only what no font is asked for. The end
+ * of what this returns waits for the thread.
  */
 [[nodiscard]] std::future<void> readFontsAhead();
 
