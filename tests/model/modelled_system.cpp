@@ -102,6 +102,11 @@ void ModelledSystem::comeToRest()
     }
 }
 
+bool ModelledSystem::isAnswering() const
+{
+    return !m_system.filterManager.held.isEmpty() || m_system.scheduler.postedJobs() > 0;
+}
+
 bool ModelledSystem::willFail() const
 {
     return !m_system.filterManager.loadErrors.empty() || !m_system.filterManager.saveErrors.empty();

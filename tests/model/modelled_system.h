@@ -29,6 +29,8 @@ public:
     void recover();
     /** Lets all answers go and all jobs run, and enough time pass for the retries. */
     void comeToRest();
+    /** True while a load or save, or what is to be done about its answer, is outstanding. */
+    [[nodiscard]] bool isAnswering() const;
     /** True while a load or save is still to fail. */
     [[nodiscard]] bool willFail() const;
 

@@ -52,6 +52,7 @@ public:
         // Another write is on its way, or the last may fail.
         if (step.action == FinishActivation || mightFail || m_system.willFail())
             m_newest.reset();
+        m_launchIsUnanswered = m_launchIsUnanswered && m_system.isAnswering();
         return broken();
     }
 
@@ -94,6 +95,7 @@ private:
         m_fixture.system.fileAccess.begun = 0;
         m_fixture.system.fileAccess.ended = 0;
         m_newest.reset();
+        m_launchIsUnanswered = false;
         m_changes = ListChanges(m_fixture.storedList(), m_possible);
         m_store = std::make_unique<app::AppBlockStore>(m_fixture.system.ports);
         QObject::connect(m_store.get(), &app::AppBlockStore::applicationsChanged, m_store.get(),
@@ -160,13 +162,21 @@ private:
     {
         const QString event = m_changes.changed(m_store->applications());
         ++m_happened[event];
+        if (event == u"load"_s)
+            m_launchIsUnanswered = true;
         // An addition pushes only once it has written the wish, with its activation.
-        if (event != u"load"_s && m_store->isProtectionEnabled())
+        else if (m_store->isProtectionEnabled())
             pushed();
     }
 
-    /** A write of the rules as they are now has begun. */
-    void pushed() { m_newest = Push{shownRules(), writtenWishes()}; }
+    /** A write of the rules as they are now has begun. The answer to the launch's look at the
+     * filter brings the rules of the launch once more. */
+    void pushed()
+    {
+        m_newest.reset();
+        if (!m_launchIsUnanswered)
+            m_newest = Push{shownRules(), writtenWishes()};
+    }
 
     void go(const Step &step)
     {
@@ -272,6 +282,7 @@ private:
     PossibleRecords m_possible;
     ListChanges m_changes{{}, m_possible};
     std::optional<Push> m_newest;
+    bool m_launchIsUnanswered = false;
     QString m_wrongStatus;
     Counts m_happened{{u"load"_s, 0}, {u"addition"_s, 0}, {u"removal"_s, 0},
         {u"re-inspection"_s, 0}, {u"another application"_s, 0}, {u"merge"_s, 0},

@@ -57,11 +57,12 @@ QByteArray pngChunk(const QByteArray &type, const QByteArray &content)
 /** A grey PNG that cannot be packed, with this many bytes packed behind its last pixel. */
 QByteArray noisyPng(int side, qsizetype surplus)
 {
+    QRandomGenerator random(1);
     QByteArray rows;
     for (int y = 0; y < side; ++y) {
         rows += '\0';
         for (int x = 0; x < side; ++x)
-            rows += static_cast<char>(QRandomGenerator::global()->bounded(256));
+            rows += static_cast<char>(random.bounded(256));
     }
     const auto length = bigEndian(static_cast<quint32>(side));
     constexpr qsizetype lengthInFront = 4;
