@@ -55,3 +55,7 @@ target_compile_definitions(zorvane_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
     QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 target_include_directories(zorvane_options INTERFACE ${CMAKE_SOURCE_DIR})
+if(ZORVANE_SANITIZE STREQUAL "thread")
+    target_sources(zorvane_options INTERFACE
+        $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${CMAKE_CURRENT_LIST_DIR}/sanitizers/clone.cpp>)
+endif()

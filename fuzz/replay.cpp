@@ -17,9 +17,13 @@ namespace
 
 constexpr std::size_t largestInput = 1'000'000;
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(__OPTIMIZE__)
-// Sanitizers make everything several times slower, and keep much beside the program's own memory; a
-// build that is not optimised is slow as well.
+// Sanitizers make everything several times slower, the one for threads most of all, and keep much
+// beside the program's own memory; a build that is not optimised is slow as well.
+#ifdef __SANITIZE_THREAD__
+constexpr double mostSeconds = 60;
+#else
 constexpr double mostSeconds = 10;
+#endif
 constexpr long mostKilobytes = 2'000'000;
 #else
 constexpr double mostSeconds = 1;
