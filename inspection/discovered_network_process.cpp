@@ -2,6 +2,7 @@
 
 #include "app/records/json_reading.h"
 
+#include <algorithm>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -69,12 +70,18 @@ DiscoveredNetworkProcess readProcess(json::Element element)
     return process;
 }
 
+/** Qt writes large whole numbers without an exponent; beyond 64 bits nobody could read them. */
+double writable(ReferenceSeconds time)
+{
+    return std::clamp(time, -furthestSeconds, furthestSeconds);
+}
+
 QJsonObject toJson(const DiscoveredNetworkProcess &process)
 {
     QJsonObject object{
         {u"signingIdentifier"_s, process.signingIdentifier},
-        {u"firstSeenAt"_s, process.firstSeenAt},
-        {u"lastSeenAt"_s, process.lastSeenAt},
+        {u"firstSeenAt"_s, writable(process.firstSeenAt)},
+        {u"lastSeenAt"_s, writable(process.lastSeenAt)},
         {u"connectionCount"_s, process.connectionCount},
     };
     const auto insert = [&object](const QString &key, const std::optional<QString> &value) {

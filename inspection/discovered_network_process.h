@@ -16,6 +16,9 @@ using ReferenceSeconds = double;
 
 [[nodiscard]] ReferenceSeconds referenceSeconds(const QDateTime &time);
 
+/** No time is written as further away, in the past or the future. */
+inline constexpr ReferenceSeconds furthestSeconds = 1e18;
+
 /** One process that the content filter saw opening connections. A plain value. */
 struct DiscoveredNetworkProcess {
     QString signingIdentifier;
@@ -40,8 +43,8 @@ struct DiscoveredNetworkProcess {
     const DiscoveredNetworkProcess &process);
 
 /**
- * The stored form: a JSON array of objects whose keys are the field names, times as numbers. Absent
- * fields are left out.
+ * The stored form: a JSON array of objects whose keys are the field names, times as numbers, up to
+ * furthestSeconds. Absent fields are left out.
  */
 [[nodiscard]] QByteArray encodedProcesses(const QList<DiscoveredNetworkProcess> &processes);
 

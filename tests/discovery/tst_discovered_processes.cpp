@@ -83,6 +83,16 @@ private Q_SLOTS:
         QVERIFY(encodedProcesses({seenAt(u"x"_s, 776534400)}).contains("\"lastSeenAt\":776534400"));
     }
 
+    void aTimeBeyondReachIsWrittenSoThatItCanBeReadAgain()
+    {
+        DiscoveredNetworkProcess process = seenAt(u"far"_s, 799999079999900099000.5);
+        process.firstSeenAt = -1e300;
+        const auto again = decodedProcesses(encodedProcesses({process}));
+        QVERIFY(again);
+        QCOMPARE(again->constFirst().lastSeenAt, furthestSeconds);
+        QCOMPARE(again->constFirst().firstSeenAt, -furthestSeconds);
+    }
+
     void optionalFieldsMayBeMissing()
     {
         const auto decoded
