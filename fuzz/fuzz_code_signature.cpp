@@ -13,7 +13,7 @@ namespace
 SigningInformation informationOf(const std::optional<Reading<SigningInformation>> &reading)
 {
     const auto *information = reading ? std::get_if<SigningInformation>(&*reading) : nullptr;
-    return information ? *information : SigningInformation();
+    return information != nullptr ? *information : SigningInformation();
 }
 
 SigningInformation readFile(ByteSource &source)
