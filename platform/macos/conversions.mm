@@ -14,7 +14,7 @@ QVariant numberOf(NSNumber *number)
 {
     if (CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID())
         return bool(number.boolValue);
-    if (CFNumberIsFloatType((__bridge CFNumberRef)number))
+    if (CFNumberIsFloatType((__bridge CFNumberRef)number) != 0)
         return number.doubleValue;
     return qlonglong(number.longLongValue);
 }

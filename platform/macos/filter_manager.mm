@@ -77,6 +77,8 @@ public:
 private:
     using Handler = void (^)(NSError *);
 
+    // A block would keep a reference as one.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param)
     [[nodiscard]] Handler answer(Completion done) const
     {
         const std::weak_ptr<const void> owner = m_lifetime.watch();

@@ -21,7 +21,7 @@ public:
                 return {};
             NSRect rectangle = NSMakeRect(0, 0, side, side);
             // Lives as long as the pool.
-            const CGImageRef picture =
+            CGImageRef picture =
                 [[NSWorkspace.sharedWorkspace iconForFile:name] CGImageForProposedRect:&rectangle
                                                                                context:nil
                                                                                  hints:nil];

@@ -7,7 +7,6 @@
 #import <UserNotifications/UserNotifications.h>
 
 using zorvane::platform::NotificationDelegate;
-using zorvane::platform::NotificationResponse;
 
 /** Passes the user's responses on. It has no say in what is shown while the program is in front. */
 @interface ZorvaneResponseObserver : NSObject <UNUserNotificationCenterDelegate>

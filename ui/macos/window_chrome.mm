@@ -13,7 +13,8 @@ void hideTitleBar(QWindow &window)
         // Under Qt's other platforms, offscreen for example, the number is no view.
         if (QGuiApplication::platformName() != QStringLiteral("cocoa"))
             return;
-        NSView *const view = (__bridge NSView *)reinterpret_cast<void *>(window.winId());
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): it is how Qt hands out the view.
+        auto *const view = (__bridge NSView *)reinterpret_cast<void *>(window.winId());
         view.window.titlebarAppearsTransparent = YES;
         view.window.titleVisibility = NSWindowTitleHidden;
         view.window.styleMask |= NSWindowStyleMaskFullSizeContentView;
