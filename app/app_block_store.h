@@ -32,6 +32,7 @@ class AppBlockStore final : public QObject
     Q_OBJECT
     Q_PROPERTY(zorvane::filter::FilterController *filterController READ filterController CONSTANT)
     Q_PROPERTY(zorvane::updates::UpdateController *updateController READ updateController CONSTANT)
+    Q_PROPERTY(bool hasLoadedApplications READ hasLoadedApplications NOTIFY applicationsChanged)
     Q_PROPERTY(bool isAddingApplication READ isAddingApplication NOTIFY isAddingApplicationChanged)
     Q_PROPERTY(QString alertMessage READ alertText NOTIFY alertMessageChanged)
     Q_PROPERTY(

@@ -26,6 +26,18 @@ private Q_SLOTS:
         QVERIFY(f.system.preferences.written.isEmpty());
     }
 
+    void anEmptyListIsAnnouncedToo()
+    {
+        StoreFixture f;
+        app::AppBlockStore store(f.system.ports);
+        QList<QVariant> announced;
+        connect(&store, &app::AppBlockStore::applicationsChanged, this,
+            [&] { announced << store.property("hasLoadedApplications"); });
+        QCOMPARE(store.property("hasLoadedApplications"), QVariant(false));
+        f.system.scheduler.settle();
+        QCOMPARE(announced, QList<QVariant>{true});
+    }
+
     void nothingIsSavedOrHandedOverBeforeTheListIsLoaded()
     {
         StoreFixture f;

@@ -85,11 +85,17 @@ void FakeScheduler::shutDown()
     m_delayed.clear();
 }
 
-void FakeScheduler::runBackgroundJob(qsizetype position)
+FakeScheduler::Job FakeScheduler::takeBackgroundJob(qsizetype position)
 {
     const auto found = m_background.begin() + position;
-    const Job job = std::move(*found);
+    Job job = std::move(*found);
     m_background.erase(found);
+    return job;
+}
+
+void FakeScheduler::runBackgroundJob(qsizetype position)
+{
+    const Job job = takeBackgroundJob(position);
     job();
 }
 

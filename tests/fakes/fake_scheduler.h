@@ -23,6 +23,8 @@ public:
     [[nodiscard]] std::unique_ptr<platform::SerialQueue> makeSerialQueue(
         const char *label) override;
 
+    /** Takes the background job at @p position away; it is for the test to run. */
+    [[nodiscard]] Job takeBackgroundJob(qsizetype position);
     /** Lets the background job at @p position go first, before those that wait longer. */
     void runBackgroundJob(qsizetype position);
     /** Runs the background jobs that wait now; what they post stays posted. */

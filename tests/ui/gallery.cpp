@@ -101,6 +101,9 @@ void Gallery::drawStates()
 
     WindowFixture empty;
     save(empty, u"02-empty"_s);
+
+    WindowFixture early(samples(), false, {}, ListRead::WhenTold);
+    save(early, u"21-list-not-read-yet"_s);
     drawExceptions();
 }
 

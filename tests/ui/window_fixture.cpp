@@ -76,18 +76,27 @@ void doAccessibleAction(QQuickItem *item, const QString &action)
 }
 
 WindowFixture::WindowFixture(const QList<SampleApplication> &applications, bool firstLaunch,
-    const ui::DesktopConventions &conventions)
+    const ui::DesktopConventions &conventions, ListRead listRead)
 {
-    platform.preferences.values.insert(u"hasCompletedOnboarding"_s, !firstLaunch);
+    if (!firstLaunch)
+        platform.preferences.values.insert(u"hasCompletedOnboarding"_s, true);
     if (!applications.isEmpty())
         platform.preferences.values.insert(u"blockedApplications"_s, storedList(applications));
     store = std::make_unique<app::AppBlockStore>(platform.ports);
+    if (listRead == ListRead::WhenTold)
+        m_heldBack = platform.scheduler.takeBackgroundJob(0);
     ui = std::make_unique<ui::UserInterface>(*store, platform.ports, conventions);
     m_window = ui->window();
     settle();
     ui->show();
     if (!QTest::qWaitForWindowExposed(ui->window()))
         qFatal("the main window did not show");
+}
+
+void WindowFixture::readList()
+{
+    m_heldBack();
+    settle();
 }
 
 void WindowFixture::settle()

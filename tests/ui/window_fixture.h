@@ -19,6 +19,9 @@ struct SampleApplication {
     std::optional<QByteArray> icon;
 };
 
+/** When the saved list is read. */
+enum class ListRead { BeforeTheFirstFrame, WhenTold };
+
 /** The real windows over a real store on a made-up system. */
 class WindowFixture
 {
@@ -28,7 +31,11 @@ public:
 
     /** On a @p firstLaunch the guide shows by itself. */
     explicit WindowFixture(const QList<SampleApplication> &applications = {},
-        bool firstLaunch = false, const ui::DesktopConventions &conventions = {});
+        bool firstLaunch = false, const ui::DesktopConventions &conventions = {},
+        ListRead listRead = ListRead::BeforeTheFirstFrame);
+
+    /** Tells that the saved list be read, and waits for that. */
+    void readList();
 
     /** Lets all work that waits be done, and the scene follow. */
     void settle();
@@ -73,6 +80,7 @@ private:
     void takePlaces() const;
 
     QQuickWindow *m_window = nullptr;
+    std::function<void()> m_heldBack;
 };
 
 /** Where an item is, in the coordinates of its window. */

@@ -13,6 +13,9 @@ QtObject {
     readonly property real line: 32
     readonly property real linesBottom: 6
 
+    /* What stands in the place of rows while there are none. */
+    readonly property real empty: 170
+
     /* Of so many lines, with what surrounds them. */
     function linesHeight(count: int): real {
         return root.linesTop + root.line * count + root.linesBottom;

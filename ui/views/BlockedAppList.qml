@@ -11,7 +11,6 @@ SlotColumn {
 
     required property ListSection section
     readonly property BlockedAppsModel applications: section.applications
-    readonly property real page: 0.8 * (viewBottom - viewTop)
     /* The place that has the focus, or in which it is. */
     readonly property Item focusedSlot: slotOf(Window.activeFocusItem)
     readonly property int focusedIndex: (focusedSlot as ColumnSlot)?.index ?? -2
@@ -94,6 +93,7 @@ SlotColumn {
 
     function takeKey(event: KeyEvent): void {
         const row = focusedRow();
+        const page = 0.8 * (root.viewBottom - root.viewTop);
         const y = root.focusedSlot.y + (cursor.activeFocus ? cursor.y : 0);
         event.accepted = true;
         switch (event.key) {
@@ -104,10 +104,10 @@ SlotColumn {
             step(row, 1);
             break;
         case Qt.Key_PageUp:
-            focusAt(y - root.page);
+            focusAt(y - page);
             break;
         case Qt.Key_PageDown:
-            focusAt(y + root.page);
+            focusAt(y + page);
             break;
         case Qt.Key_Home:
             focusRow(0);

@@ -4,7 +4,7 @@ import QtQuick
 Item {
     objectName: "emptyList"
     width: parent?.width ?? 0
-    height: 170
+    height: RowMeasures.empty
 
     Column {
         objectName: "emptyListContents"

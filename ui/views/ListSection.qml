@@ -16,6 +16,8 @@ Column {
 
     readonly property real rowsTop: viewTop - card.y
     readonly property real rowsBottom: viewBottom - card.y
+    /* Until the saved list has been read nothing is said of it: it would have to be taken back. */
+    readonly property bool known: store.hasLoadedApplications
     readonly property bool failed: store.filterController.status.kind === FilterStatus.Failed
 
     DropZone {
@@ -50,6 +52,7 @@ Column {
             anchors.left: title.right
             anchors.leftMargin: 8
             anchors.verticalCenter: parent.verticalCenter
+            visible: root.known
             count: root.applications.count
         }
     }
@@ -75,15 +78,15 @@ Column {
 
         objectName: "listCard"
         width: parent.width
-        height: root.applications.count === 0 ? empty.implicitHeight : rows.implicitHeight
+        height: root.applications.count === 0 ? RowMeasures.empty : rows.implicitHeight
+        // Not invisible: it keeps its place, which tells the rows what of them is in view.
+        opacity: root.known ? 1 : 0
         radius: 12
         color: Theme.card
 
         Lazy {
-            id: empty
-
             width: parent.width
-            active: root.applications.count === 0
+            active: root.known && root.applications.count === 0
             document: "EmptyList"
         }
 
