@@ -1,9 +1,9 @@
 #include "ui/lazy.h"
 
+#include "ui/documents.h"
+
 #include <QQmlContext>
 #include <QQmlEngine>
-
-using namespace Qt::StringLiterals;
 
 namespace zorvane::ui
 {
@@ -34,8 +34,7 @@ QQuickItem *built(QQmlComponent &component, QQuickItem &owner, QQmlContext *cont
 QQuickItem *buildPart(QQuickItem &owner, const QString &document, const QVariantMap &properties)
 {
     auto *const context = qmlContext(&owner);
-    const QUrl address(u"qrc:/qt/qml/Zorvane/Ui/%1.qml"_s.arg(document));
-    QQmlComponent component(context->engine(), address);
+    QQmlComponent component(context->engine(), documentAddress(document));
     return built(component, owner, context, properties);
 }
 

@@ -1,6 +1,6 @@
 #include "ui/other_windows.h"
 
-#include <QQmlComponent>
+#include "ui/documents.h"
 
 using namespace Qt::StringLiterals;
 
@@ -39,23 +39,9 @@ bool OtherWindows::isAnyVisible() const
 void OtherWindows::show(Window &window, const QString &type)
 {
     if (!window)
-        window = build(type);
+        window = buildWindow(m_engine, type, {{u"store"_s, QVariant::fromValue(&m_store)}});
     if (window)
         bringForward(*window);
-}
-
-OtherWindows::Window OtherWindows::build(const QString &type) const
-{
-    QQmlComponent component(&m_engine, QUrl(u"qrc:/qt/qml/Zorvane/Ui/%1.qml"_s.arg(type)));
-    std::unique_ptr<QObject> object(
-        component.createWithInitialProperties({{u"store"_s, QVariant::fromValue(&m_store)}}));
-    auto *const window = qobject_cast<QQuickWindow *>(object.get());
-    if (window == nullptr) {
-        qWarning("%s", qUtf8Printable(component.errorString()));
-        return nullptr;
-    }
-    static_cast<void>(object.release());
-    return Window(window);
 }
 
 } // namespace zorvane::ui

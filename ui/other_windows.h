@@ -41,7 +41,6 @@ private:
     using Window = std::unique_ptr<QQuickWindow>;
 
     void show(Window &window, const QString &type);
-    [[nodiscard]] Window build(const QString &type) const;
 
     QQmlEngine &m_engine;
     app::AppBlockStore &m_store;

@@ -1,6 +1,7 @@
 #include "ui/user_interface.h"
 
 #include "ui/application_images.h"
+#include "ui/documents.h"
 #include "ui/face_images.h"
 #include "ui/shadow_images.h"
 #include "ui/symbol_images.h"
@@ -77,20 +78,15 @@ void UserInterface::load()
     m_engine.addImageProvider(u"shadow"_s, new ShadowImages);
     m_engine.addImageProvider(u"face"_s, new FaceImages);
     // The engine reads the views on a thread of its own meanwhile.
-    const QUrl address(u"qrc:/qt/qml/Zorvane/Ui/MainWindow.qml"_s);
-    const QQmlComponent ahead(&m_engine, address, QQmlComponent::Asynchronous);
+    const auto document = u"MainWindow"_s;
+    const QQmlComponent ahead(&m_engine, documentAddress(document), QQmlComponent::Asynchronous);
     provideFont();
-    QQmlComponent views(&m_engine, address);
-    std::unique_ptr<QObject> window(
-        views.createWithInitialProperties({{u"store"_s, QVariant::fromValue(&m_store)},
+    m_window = buildWindow(m_engine, document,
+        {{u"store"_s, QVariant::fromValue(&m_store)},
             {u"applications"_s, QVariant::fromValue(&m_applications)},
             {u"system"_s, QVariant::fromValue(&m_system)},
             {u"onboarding"_s, QVariant::fromValue(&m_onboarding)},
-            {u"otherWindows"_s, QVariant::fromValue(&m_otherWindows)}}));
-    if (qobject_cast<QQuickWindow *>(window.get()) == nullptr)
-        qWarning("%s", qUtf8Printable(views.errorString()));
-    else
-        m_window.reset(static_cast<QQuickWindow *>(window.release()));
+            {u"otherWindows"_s, QVariant::fromValue(&m_otherWindows)}});
 }
 
 QQuickWindow *UserInterface::window() const
