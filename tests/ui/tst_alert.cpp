@@ -138,6 +138,7 @@ private Q_SLOTS:
         QTRY_COMPARE(fixture.item(u"alertBox"_s)->opacity(), 1.0);
         QVERIFY(whole(fixture)->height() > whole(brief)->height() + 30);
         const auto *const message = fixture.item(u"alertMessage"_s);
+        QCOMPARE(message->property("text"), fixture.store->alertMessage());
         QVERIFY(!message->property("truncated").toBool());
         QVERIFY(inWindow(whole(fixture)).contains(inWindow(message)));
     }
@@ -154,6 +155,34 @@ private Q_SLOTS:
         QVERIFY2(whole(fixture)->height() < 520 - 2 * 20, "it would not fit in the settings");
         auto *const told = QAccessible::queryAccessibleInterface(fixture.item(u"alertBox"_s));
         QCOMPARE(told->text(QAccessible::Description), *fixture.store->alertMessage());
+    }
+
+    void whatIsSaidOfAnEndlessNameCanBeRead_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("shown");
+        const auto closing = u" is already on the list."_s;
+        const QString ordinary(276, u'W');
+        QTest::newRow("as long as is shown whole") << ordinary << ordinary + closing;
+        QTest::newRow("wide letters")
+            << QString(5000, u'W') << QString(200, u'W') + u"…"_s + QString(75, u'W') + closing;
+        // Of two code units each, which belong together.
+        const auto face = u"\U0001F600"_s;
+        QTest::newRow("pictures") << u"A"_s + face.repeated(3000)
+                                  << u"A"_s + face.repeated(99) + u"…"_s + face.repeated(37)
+                + closing;
+        QTest::newRow("many lines") << u"A\n\r"_s.repeated(40) << u"A "_s.repeated(40) + closing;
+    }
+
+    void whatIsSaidOfAnEndlessNameCanBeRead()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, shown);
+        const Twice fixture(name);
+        const auto *const message = fixture.item(u"alertMessage"_s);
+        QCOMPARE(message->property("text").toString(), shown);
+        QVERIFY(!message->property("truncated").toBool());
+        QCOMPARE(accessibleName(message), *fixture.store->alertMessage());
     }
 
     void aMessageThatFollowsAnotherIsShown()

@@ -73,16 +73,14 @@ ModalLayer {
             height: 8
         }
 
-        Label {
+        MessageLabel {
             objectName: "alertMessage"
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
             lineHeight: 1.15
-            // A name in it may be any text; the button stays in the window.
+            // Whatever is in it, the button stays in the window.
             maximumLineCount: 16
-            elide: Text.ElideRight
-            text: root.shownMessage
+            message: root.shownMessage
             font: Type.subheadline
         }
 

@@ -91,19 +91,17 @@ Column {
             onClicked: root.updates.checkForUpdates(true, true)
         }
 
-        Label {
+        MessageLabel {
             id: message
 
             objectName: "updateMessage"
             y: check.y + check.height + 9
             width: parent.width
             height: Math.ceil(implicitHeight)
-            wrapMode: Text.Wrap
             lineHeight: 1.08
-            // A version may be any text; the window does not grow.
+            // Whatever the version, the window does not grow.
             maximumLineCount: 8
-            elide: Text.ElideRight
-            text: root.updates.message
+            message: root.updates.message
             font: Type.caption
             color: Theme.secondary
         }
