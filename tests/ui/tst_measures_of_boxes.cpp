@@ -4,7 +4,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
-using namespace zorvane::tests::colours;
 
 namespace
 {
@@ -50,18 +49,15 @@ const Measures guide = motion(page, u"opacity"_s, 180, QEasingCurve::OutCubic)
         between(u"sheet, right of the middle"_s, content, sheet, beside, 0),
         between(u"sheet, below the middle"_s, content, sheet, besideVertically, 0),
         of(u"square"_s, square, "radius", 26.0),
-        of(u"square"_s, square, "color", faded(blue, 0.1)),
-        of(u"symbol"_s, named(u"onboardingSymbol"_s), "color", blue),
         of(u"symbol"_s, named(u"onboardingSymbol"_s), "stroke", 1.85),
-        of(u"message"_s, message, "color", secondary),
         of(u"message"_s, message, "width", 420.0),
         of(u"message"_s, message, "lineHeight", 1.2),
         of(u"mark"_s, mark(3), "radius", 3.5),
-        of(u"mark"_s, mark(3), "color", blue),
-        of(u"other mark"_s, mark(0), "color", faded(secondary, 0.25 * 0.60)),
         of(u"Back"_s, button(u"Back"_s), "enabled", true),
         of(u"Back"_s, button(u"Back"_s), "prominent", false),
         of(u"Back"_s, button(u"Back"_s), "width", 84.0),
+        between(u"Skip from the top"_s, sheet, button(u"Skip"_s), insetTop, 16),
+        between(u"Skip from the edge"_s, sheet, button(u"Skip"_s), insetRight, 16),
         of(u"Continue"_s, button(u"Continue"_s), "width", 104.0),
         of(u"Continue"_s, button(u"Continue"_s), "prominent", true),
         of(u"title"_s, text(u"Drop In an App"_s), "horizontalAlignment", int(Qt::AlignHCenter)),
@@ -121,10 +117,8 @@ const Measures settings = font(u"section"_s, text(u"Protection"_s), 13, QFont::D
         windowIs("maximumWidth", 460),
         windowIs("minimumHeight", 520),
         windowIs("maximumHeight", 520),
-        of(u"note"_s, note, "color", secondary),
         of(u"note"_s, note, "lineHeight", 1.08),
         of(u"message"_s, updateMessage, "lineHeight", 1.08),
-        of(u"message"_s, updateMessage, "color", secondary),
         of(u"group"_s, group, "radius", 10.0),
         of(u"group"_s, group, "width", 420.0),
         of(u"switch"_s, named(u"smallSwitch"_s), "scale", 0.82),
@@ -168,21 +162,21 @@ private Q_SLOTS:
     void everyMeasureIsKept_data()
     {
         beginMeasures();
-        QTest::newRow("main window") << Make(states::empty) << mainWindow;
-        QTest::newRow("guide") << Make([] { return states::guide(3); }) << guide;
-        QTest::newRow("guide, first page")
-            << Make([] { return states::guide(0); })
-            << Measures{of(u"Back"_s, button(u"Back"_s), "enabled", false),
-                   of(u"Back"_s, button(u"Back"_s), "opacity", 0.4)};
+        addMeasures(u"main window"_s, states::empty, mainWindow);
+        const auto page = [](int number) { return [=] { return states::guide(number); }; };
+        addMeasures(u"guide"_s, page(3), guide);
+        addMeasures(u"guide, first page"_s, page(0),
+            Measures{of(u"Back"_s, button(u"Back"_s), "enabled", false),
+                of(u"Back"_s, button(u"Back"_s), "opacity", 0.4)});
         const QStringList symbols{u"shield.lefthalf.filled"_s, u"arrow.down.app.fill"_s,
             u"switch.2"_s, u"app.dashed"_s, u"questionmark.circle"_s};
         for (int number = 0; number < symbols.size(); ++number)
-            QTest::addRow("guide, page %d", number + 1)
-                << Make([=] { return states::guide(number); }) << anyPage(symbols.at(number));
-        QTest::newRow("alert") << Make(states::alerted) << alert;
-        QTest::newRow("settings") << Make(states::settings) << settings;
-        QTest::newRow("settings with an update")
-            << Make(states::settingsWithUpdate) << settings + settingsWithUpdate;
+            addMeasures(
+                u"guide, page %1"_s.arg(number + 1), page(number), anyPage(symbols.at(number)));
+        addMeasures(u"alert"_s, states::alerted, alert);
+        addMeasures(u"settings"_s, states::settings, settings);
+        addMeasures(u"settings with an update"_s, states::settingsWithUpdate,
+            settings + settingsWithUpdate);
     }
 
     void everyMeasureIsKept() { keepMeasures(); }

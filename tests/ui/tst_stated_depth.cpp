@@ -104,14 +104,15 @@ class TestStatedDepth : public QObject
 private Q_SLOTS:
     void everyMeasureIsKept_data()
     {
-        beginByAppearance();
-        QTest::newRow("header") << Make(states::empty) << ByAppearance(headerMaterial);
-        QTest::newRow("sheet") << Make([] { return states::guide(0); }) << ByAppearance(sheet);
-        QTest::newRow("alert") << Make(states::alerted) << ByAppearance(alert);
-        QTest::newRow("knob") << Make(states::empty) << ByAppearance(knob);
+        beginMeasures();
+        addMeasures(u"header"_s, states::empty, headerMaterial);
+        addMeasures(
+            u"sheet"_s, [] { return states::guide(0); }, sheet);
+        addMeasures(u"alert"_s, states::alerted, alert);
+        addMeasures(u"knob"_s, states::empty, knob);
     }
 
-    void everyMeasureIsKept() { keepByAppearance(); }
+    void everyMeasureIsKept() { keepMeasures(); }
 };
 
 QTEST_MAIN(TestStatedDepth)

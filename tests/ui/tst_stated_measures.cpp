@@ -5,7 +5,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
-using namespace zorvane::tests::colours;
 
 namespace
 {
@@ -17,13 +16,9 @@ double besideVerticallyByPixels(const QRectF &outer, const QRectF &inner)
     return qAbs(distance) <= 0.5 ? 0 : distance;
 }
 
-Measures status(const QColor &dot)
-{
-    return box(u"dot"_s, named(u"statusDot"_s), 8, 8)
-        + Measures{of(u"dot"_s, named(u"statusDot"_s), "radius", 4.0),
-            of(u"dot"_s, named(u"statusDot"_s), "color", dot)}
+const Measures status = box(u"dot"_s, named(u"statusDot"_s), 8, 8)
+    + Measures{of(u"dot"_s, named(u"statusDot"_s), "radius", 4.0)}
     + font(u"status text"_s, named(u"statusText"_s), 11, QFont::Medium);
-}
 
 const auto zone = named(u"dropZone"_s);
 
@@ -53,7 +48,6 @@ const Measures header = box(u"icon"_s, named(u"ownIcon"_s), 46, 46)
         of(u"icon"_s, named(u"ownIcon"_s), "radius", 11.0),
         of(u"icon is drawn"_s, named(u"ownIcon"_s), "status", 1),
         of(u"help symbol"_s, symbol(u"questionmark.circle"_s), "stroke", 1.85),
-        of(u"tagline"_s, tagline, "color", secondary),
         between(u"icon and column"_s, named(u"ownIcon"_s), tagline, gapRight, 12),
         between(u"help and dot"_s, button(u"Show getting started"_s), named(u"statusDot"_s),
             gapRight, 16),
@@ -77,9 +71,6 @@ const Measures emptyList = box(u"symbol"_s, symbol(u"checkmark.shield"_s), 41, 4
             besideVerticallyByPixels, 0),
         of(u"line"_s, text(u"Apps you add will appear here."_s), "lineHeight", 1.08),
         of(u"symbol"_s, symbol(u"checkmark.shield"_s), "stroke", 1.25),
-        of(u"line"_s, text(u"Apps you add will appear here."_s), "color", secondary),
-        of(u"badge"_s, named(u"countBadge"_s), "color", quaternary),
-        of(u"badge text"_s, text(u"0"_s), "color", secondary),
         between(
             u"badge, above and below"_s, named(u"countBadge"_s), text(u"0"_s),
             [](auto &outer, auto &inner) { return outer.height() - inner.height(); }, 8),
@@ -122,30 +113,21 @@ const Measures restingZone = motion(zone, u"scale"_s, 160, QEasingCurve::OutCubi
         of(u"zone"_s, zone, "scale", 1.0),
         of(u"zone"_s, zone, "transformOrigin", int(QQuickItem::Center)),
         of(u"fill"_s, named(u"dropZoneFill"_s), "radius", 20.0),
-        of(u"fill"_s, named(u"dropZoneFill"_s), "color", faded(blue, 0.06)),
         of(u"border"_s, named(u"dropZoneDashes"_s), "lineWidth", 1.5),
         of(u"border"_s, named(u"dropZoneDashes"_s), "radius", 20.0),
-        of(u"border"_s, named(u"dropZoneDashes"_s), "color", faded(blue, 0.45)),
         of(u"symbol"_s, named(u"dropZoneSymbol"_s), "stroke", 1.25),
-        of(u"symbol"_s, named(u"dropZoneSymbol"_s), "color", blue),
-        of(u"line"_s, named(u"dropZoneLine"_s), "color", secondary),
     };
 
 const Measures hoveredZone{
     of(u"zone"_s, zone, "scale", 1.01),
-    of(u"fill"_s, named(u"dropZoneFill"_s), "color", blueSolid),
     of(u"border"_s, named(u"dropZoneOutline"_s), "border.width", 1.5),
     // It would be drawn 2 wide.
     of(u"border"_s, named(u"dropZoneOutline"_s), "border.pixelAligned", false),
-    of(u"border"_s, named(u"dropZoneOutline"_s), "border.color", white(0.65)),
     of(u"border"_s, named(u"dropZoneOutline"_s), "opacity", 1.0),
     of(u"symbol"_s, named(u"dropZoneHighlightedSymbol"_s), "name", u"app.dashed"_s),
     of(u"symbol"_s, named(u"dropZoneHighlightedSymbol"_s), "box", 48),
     of(u"symbol"_s, named(u"dropZoneHighlightedSymbol"_s), "stroke", 1.25),
-    of(u"symbol"_s, named(u"dropZoneHighlightedSymbol"_s), "color", white(1)),
     of(u"symbol"_s, named(u"dropZoneHighlightedSymbol"_s), "opacity", 1.0),
-    of(u"headline"_s, named(u"dropZoneTitle"_s), "color", white(1)),
-    of(u"line"_s, named(u"dropZoneLine"_s), "color", white(1)),
 };
 
 const Measures addingZone = font(u"headline"_s, named(u"dropZoneTitle"_s), 13, QFont::DemiBold)
@@ -155,9 +137,7 @@ const Measures addingZone = font(u"headline"_s, named(u"dropZoneTitle"_s), 13, Q
         gone(u"symbol"_s, named(u"dropZoneSymbol"_s)),
         gone(u"highlighted symbol"_s, named(u"dropZoneHighlightedSymbol"_s)),
         between(u"spinner beside the centre"_s, zone, named(u"spinner"_s), beside, 0),
-        of(u"spinner"_s, named(u"spinner"_s), "color", blue),
         of(u"spinner"_s, named(u"spinner"_s), "width", 32.0),
-        of(u"line"_s, named(u"dropZoneLine"_s), "color", secondary),
     };
 
 /** That two texts stand on one line. */
@@ -191,22 +171,16 @@ const Measures list = motion(place(1), u"unfolding"_s, 220, QEasingCurve::InOutQ
     + font(u"kind"_s, named(u"componentKind"_s), 10, QFont::Normal)
     + box(u"component symbol"_s, symbol(u"app"_s), 24, 24)
     + Measures{
-        of(u"badge"_s, badge, "color", faded(red, 0.09)),
         of(u"badge"_s, badge, "height", 20.0),
         of(u"badge"_s, badge, "radius", 6.0),
-        of(u"badge text"_s, text(u"Blocked"_s), "color", redText),
-        of(u"lock"_s, symbol(u"lock.fill"_s), "color", redText),
         of(u"lock"_s, symbol(u"lock.fill"_s), "stroke", 2.15),
         of(u"component symbol"_s, symbol(u"app"_s), "stroke", 1.4),
-        of(u"component symbol"_s, symbol(u"app"_s), "color", secondary),
         baselines(u"name and kind"_s, named(u"componentName"_s), named(u"componentKind"_s)),
         of(u"chevron"_s, symbol(u"chevron.right"_s), "stroke", 2.6),
-        of(u"chevron"_s, symbol(u"chevron.right"_s), "color", secondary),
         of(u"chevron, folded"_s, symbol(u"chevron.right"_s), "rotation", 0.0),
         of(u"chevron, unfolded"_s, symbol(u"chevron.right"_s, 1), "rotation", 90.0),
         of(u"disclosure symbol"_s, symbol(u"point.3.connected.trianglepath.dotted"_s), "box", 16),
         of(u"cross"_s, symbol(u"xmark"_s), "stroke", 2.6),
-        of(u"cross"_s, symbol(u"xmark"_s), "color", secondary),
         of(u"icon is drawn"_s, named(u"rowIcon"_s), "status", 1),
         between(u"icon below the middle"_s, row, named(u"rowIcon"_s), besideVertically, 0),
         between(u"badge below the middle"_s, row, badge, besideVertically, 0),
@@ -237,6 +211,11 @@ const Measures list = motion(place(1), u"unfolding"_s, 220, QEasingCurve::InOutQ
         of(u"divider"_s, numbered(u"divider"_s, 1), "height", 1.0),
         of(u"divider above the first"_s, numbered(u"divider"_s, 0), "height", 0.0),
         of(u"row"_s, place(0), "height", 56.0),
+        of(u"divider above the lines"_s, named(u"linesDivider"_s), "height", 1.0),
+        between(u"divider above the lines from the edge"_s, place(1), named(u"linesDivider"_s),
+            insetLeft, 68),
+        between(u"divider and first line"_s, named(u"linesDivider"_s), named(u"componentLine"_s),
+            gapBelow, 4),
         // The row and its divider; then a divider, a gap, the lines and another gap.
         of(u"row, unfolded"_s, place(1), "height", 56.0 + 1 + 1 + 4 + 3 * 32 + 6),
         of(u"component line"_s, named(u"componentLine"_s), "height", 32.0),
@@ -253,18 +232,12 @@ private Q_SLOTS:
     void everyMeasureIsKept_data()
     {
         beginMeasures();
-        QTest::newRow("header") << Make(states::empty) << header + status(QColor(0x8e8e93));
-        QTest::newRow("empty list") << Make(states::empty) << emptyList;
-        QTest::newRow("drop zone") << Make(states::empty) << restingZone;
-        QTest::newRow("drop zone, hovered") << Make(states::dropHovering) << hoveredZone;
-        QTest::newRow("drop zone, adding") << Make(states::adding) << addingZone;
-        QTest::newRow("list") << Make(states::listed) << list;
-        QTest::newRow("activating") << Make(states::activating) << status(orange);
-        QTest::newRow("installation required")
-            << Make(states::installationRequired) << status(orange);
-        QTest::newRow("awaiting approval") << Make(states::awaitingApproval) << status(orange);
-        QTest::newRow("failed") << Make(states::failed) << status(red);
-        QTest::newRow("enabled") << Make(states::enabled) << status(QColor(0x28b84a));
+        addMeasures(u"header"_s, states::empty, header + status);
+        addMeasures(u"empty list"_s, states::empty, emptyList);
+        addMeasures(u"drop zone"_s, states::empty, restingZone);
+        addMeasures(u"drop zone, hovered"_s, states::dropHovering, hoveredZone);
+        addMeasures(u"drop zone, adding"_s, states::adding, addingZone);
+        addMeasures(u"list"_s, states::listed, list);
     }
 
     void everyMeasureIsKept() { keepMeasures(); }

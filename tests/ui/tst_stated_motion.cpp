@@ -81,30 +81,29 @@ private Q_SLOTS:
     {
         beginMeasures();
         const auto lines = named(u"componentLines"_s);
-        QTest::newRow("panel") << Make(states::updated)
-                               << motion(named(u"updatePanel"_s), u"progress"_s, 200,
-                                      QEasingCurve::OutCubic);
-        QTest::newRow("alert, in") << Make(states::alerted)
-                                   << motion(alertLayer, u"opacity"_s, 180, QEasingCurve::OutCubic);
-        QTest::newRow("alert, out")
-            << Make(alertGoing) << motion(alertLayer, u"opacity"_s, 120, QEasingCurve::OutCubic);
-        QTest::newRow("alert, scale") << Make(alertComing) << Measures{firstScale};
-        QTest::newRow("switch") << Make(states::empty)
-                                << motion(partOf(named(u"protectionSwitch"_s), u"knob"_s), u"x"_s,
-                                       180, QEasingCurve::InOutQuad);
-        QTest::newRow("hovered button")
-            << Make(states::awaitingApproval)
-            << motion(partOf(button(u"Retry Activation"_s), u"hoverFace"_s), u"opacity"_s, 100,
-                   QEasingCurve::Linear);
-        QTest::newRow("hovered plain button")
-            << Make(plainButtonLit)
-            << motion(partOf(button(u"Show getting started"_s), u"plainFace"_s), u"opacity"_s, 100,
-                   QEasingCurve::Linear);
-        QTest::newRow("spinner") << Make(states::adding) << Measures{spinnerStep, spokes};
-        QTest::newRow("lines, at half") << Make([] { return unfoldedBy(0.5); })
-                                        << Measures{of(u"lines"_s, lines, "opacity", 0.0)};
-        QTest::newRow("lines, at three quarters") << Make(
-            [] { return unfoldedBy(0.75); }) << Measures{of(u"lines"_s, lines, "opacity", 0.5)};
+        addMeasures(u"panel"_s, states::updated,
+            motion(named(u"updatePanel"_s), u"progress"_s, 200, QEasingCurve::OutCubic));
+        addMeasures(u"alert, in"_s, states::alerted,
+            motion(alertLayer, u"opacity"_s, 180, QEasingCurve::OutCubic));
+        addMeasures(u"alert, out"_s, alertGoing,
+            motion(alertLayer, u"opacity"_s, 120, QEasingCurve::OutCubic));
+        addMeasures(u"alert, scale"_s, alertComing, Measures{firstScale});
+        addMeasures(u"switch"_s, states::empty,
+            motion(partOf(named(u"protectionSwitch"_s), u"knob"_s), u"x"_s, 180,
+                QEasingCurve::InOutQuad));
+        addMeasures(u"hovered button"_s, states::awaitingApproval,
+            motion(partOf(button(u"Retry Activation"_s), u"hoverFace"_s), u"opacity"_s, 100,
+                QEasingCurve::Linear));
+        addMeasures(u"hovered plain button"_s, plainButtonLit,
+            motion(partOf(button(u"Show getting started"_s), u"plainFace"_s), u"opacity"_s, 100,
+                QEasingCurve::Linear));
+        addMeasures(u"spinner"_s, states::adding, Measures{spinnerStep, spokes});
+        addMeasures(
+            u"lines, at half"_s, [] { return unfoldedBy(0.5); },
+            Measures{of(u"lines"_s, lines, "opacity", 0.0)});
+        addMeasures(
+            u"lines, at three quarters"_s, [] { return unfoldedBy(0.75); },
+            Measures{of(u"lines"_s, lines, "opacity", 0.5)});
     }
 
     void everyMotionIsKept() { keepMeasures(); }

@@ -5,7 +5,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace zorvane::tests;
-using namespace zorvane::tests::colours;
 
 namespace
 {
@@ -24,22 +23,19 @@ double insetLeftOfWhole(const QRectF &outer, const QRectF &inner)
     return std::floor(insetLeft(outer, inner));
 }
 
-Measures panel(const Find &find, const QColor &accent, double fill, double stroke)
+Measures panel(const Find &find)
 {
-    return {of(u"panel"_s, find, "radius", 16.0),
-        of(u"panel"_s, find, "color", faded(accent, fill)),
-        of(u"panel"_s, find, "border.width", 1.0), gone(u"shadow"_s, partOf(find, u"shadow"_s)),
-        of(u"panel"_s, find, "border.color", faded(accent, stroke))};
+    return {of(u"panel"_s, find, "radius", 16.0), of(u"panel"_s, find, "border.width", 1.0),
+        gone(u"shadow"_s, partOf(find, u"shadow"_s))};
 }
 
 const auto updatePanel = named(u"updateBox"_s);
 const auto updateTexts = named(u"updateContents"_s);
-const Measures update = panel(updatePanel, blue, 0.08, 0.25)
+const Measures update = panel(updatePanel)
     + box(u"symbol"_s, symbol(u"arrow.down.circle.fill"_s), 34, 34)
     + font(u"title"_s, text(u"Zorvane 1.3 is available"_s), 13, QFont::DemiBold)
     + font(u"subtitle"_s, text(u"A new version is ready to download."_s), 11, QFont::Normal)
     + Measures{
-        of(u"symbol"_s, symbol(u"arrow.down.circle.fill"_s), "color", blue),
         of(u"subtitle"_s, text(u"A new version is ready to download."_s), "lineHeight", 1.08),
         of(u"download"_s, button(u"Download Update"_s), "prominent", true),
         between(u"padding"_s, updatePanel, symbol(u"arrow.down.circle.fill"_s), insetLeft, 16),
@@ -61,12 +57,10 @@ const auto installationText
     = text(u"macOS can only enable Zorvane's network extension when the app is in the "
            "Applications folder. Quit this copy, drag Zorvane from Downloads into Applications, "
            "then open it there."_s);
-const Measures installation = panel(installationPanel, orange, 0.09, 0.28)
+const Measures installation = panel(installationPanel)
     + font(u"title"_s, installationTitle, 13, QFont::DemiBold)
     + font(u"text"_s, installationText, 11, QFont::Normal)
     + Measures{
-        of(u"symbol"_s, symbol(u"arrow.down.app.fill"_s), "color", orange),
-        of(u"text"_s, installationText, "color", secondary),
         of(u"text"_s, installationText, "width", 600.0),
         between(u"padding"_s, installationPanel, named(u"installationHeading"_s), insetTop, 18),
         between(u"padding at the left"_s, installationPanel, installationText, insetLeft, 18),
@@ -93,15 +87,12 @@ const QList<Find> steps{text(u"1. Open System Settings."_s),
     text(u"2. Scroll to Extensions and choose By Category."_s),
     text(u"3. If Network Extensions is listed, open it and enable Zorvane."_s),
     text(u"4. If it is not listed yet, return here and retry activation."_s)};
-const Measures approval = panel(approvalPanel, blue, 0.08, 0.25)
-    + box(u"symbol"_s, symbol(u"gear.badge"_s), 34, 34)
+const Measures approval = panel(approvalPanel) + box(u"symbol"_s, symbol(u"gear.badge"_s), 34, 34)
     + font(u"title"_s, text(u"Finish enabling protection"_s), 13, QFont::DemiBold)
     + font(u"text"_s, approvalText, 11, QFont::Normal)
     + font(u"first line"_s, steps.first(), 10, QFont::Normal)
     + font(u"last line"_s, steps.last(), 10, QFont::Normal)
     + Measures{
-        of(u"symbol"_s, symbol(u"gear.badge"_s), "color", blue),
-        of(u"text"_s, approvalText, "color", secondary),
         between(u"padding"_s, approvalPanel, symbol(u"gear.badge"_s), insetTop, 18),
         between(u"padding at the left"_s, approvalPanel, symbol(u"gear.badge"_s), insetLeft, 18),
         between(u"symbol and column"_s, symbol(u"gear.badge"_s),
@@ -140,13 +131,11 @@ const Measures updateAndApproval{
 const auto failureText = text(u"Restart your Mac to finish installing the extension."_s);
 const Measures failure = font(u"label"_s, failureText, 10, QFont::Normal)
     + Measures{
-        of(u"label"_s, failureText, "color", orangeText),
         of(u"label"_s, failureText, "lineHeight", 1.08),
         between(u"symbol from the edge"_s, zone, symbol(u"exclamationmark.triangle.fill"_s),
             insetLeft, 2),
         between(u"heading and label"_s, named(u"listHeading"_s), named(u"failure"_s), gapBelow, 8),
         between(u"label and card"_s, named(u"failure"_s), named(u"listCard"_s), gapBelow, 10),
-        of(u"symbol"_s, symbol(u"exclamationmark.triangle.fill"_s), "color", orangeText),
         of(u"switch"_s, named(u"protectionSwitch"_s), "enabled", true),
     };
 
@@ -161,13 +150,13 @@ private Q_SLOTS:
     void everyMeasureIsKept_data()
     {
         beginMeasures();
-        QTest::newRow("update") << Make(states::updated) << update;
-        QTest::newRow("installation") << Make(states::installationRequired) << installation;
-        QTest::newRow("approval") << Make(states::awaitingApproval) << approval;
-        QTest::newRow("two panels") << Make(states::installationRequiredAndUpdated) << twoPanels;
-        QTest::newRow("update and approval")
-            << Make(states::awaitingApprovalAndUpdated) << updateAndApproval;
-        QTest::newRow("failed") << Make(states::failed) << failure;
+        addMeasures(u"update"_s, states::updated, update);
+        addMeasures(u"installation"_s, states::installationRequired, installation);
+        addMeasures(u"approval"_s, states::awaitingApproval, approval);
+        addMeasures(u"two panels"_s, states::installationRequiredAndUpdated, twoPanels);
+        addMeasures(
+            u"update and approval"_s, states::awaitingApprovalAndUpdated, updateAndApproval);
+        addMeasures(u"failed"_s, states::failed, failure);
     }
 
     void everyMeasureIsKept() { keepMeasures(); }

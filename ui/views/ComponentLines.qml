@@ -33,6 +33,7 @@ Item {
     Accessible.name: "Network processes"
 
     Rectangle {
+        objectName: "linesDivider"
         x: root.textLeft
         width: root.width - x - 16
         height: 1
