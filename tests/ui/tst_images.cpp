@@ -40,6 +40,14 @@ double ink(const QImage &image)
     return sum;
 }
 
+/** The product's own, in so many pixels at each side. */
+QImage ownIcon(const QString &query, int pixels)
+{
+    FakePlatform platform;
+    const zorvane::app::AppBlockStore store(platform.ports);
+    return ApplicationImages(store).requestImage(query, nullptr, QSize(pixels, pixels));
+}
+
 /** The icon that a list with one application shows for it. */
 QImage iconFor(const std::optional<QByteArray> &bytes)
 {
@@ -98,6 +106,35 @@ private Q_SLOTS:
     {
         QTest::ignoreMessage(QtWarningMsg, "No symbol is named no.such");
         QVERIFY(symbol(u"no.such?color=%23000000&stroke=1.6"_s).isNull());
+    }
+
+    void theProductsIconHasRoundCorners_data()
+    {
+        QTest::addColumn<int>("scale");
+        QTest::newRow("at 1x") << 1;
+        QTest::newRow("at 2x") << 2;
+    }
+
+    void theProductsIconHasRoundCorners()
+    {
+        QFETCH(int, scale);
+        const auto pixels = 46 * scale;
+        const auto icon = ownIcon(u"own?side=46&radius=11"_s, pixels);
+        QCOMPARE(icon.size(), QSize(pixels, pixels));
+        const auto last = pixels - 1;
+        for (const auto corner :
+            {QPoint(0, 0), QPoint(last, 0), QPoint(0, last), QPoint(last, last)})
+            QCOMPARE(icon.pixelColor(corner).alpha(), 0);
+        // Between them it is as it is drawn.
+        const auto drawn = ownIcon(u"own?side=46&radius=0"_s, pixels);
+        const auto radius = 11 * scale;
+        const QRect middle(radius, radius, pixels - 2 * radius, pixels - 2 * radius);
+        QCOMPARE(icon.copy(middle), drawn.copy(middle));
+        QCOMPARE(icon.pixelColor(middle.center()).alpha(), 255);
+        // The drawing has round corners of its own; with others it is cut.
+        const auto inside = QPoint(5, 5) * scale;
+        QCOMPARE(icon.pixelColor(inside), drawn.pixelColor(inside));
+        QCOMPARE(ownIcon(u"own?side=46&radius=23"_s, pixels).pixelColor(inside).alpha(), 0);
     }
 
     void anApplicationShowsItsIcon()
