@@ -130,6 +130,10 @@ label: Current version (1.0.0 (1))
 push button: Check for Updates
 """
 
+CHECK_FAILED = (
+    "Zorvane could not check for updates. Check your internet connection and try again."
+)
+
 SEPARATOR = "separator: "
 
 MENU = f"""\
