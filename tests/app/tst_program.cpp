@@ -53,6 +53,15 @@ private Q_SLOTS:
         QVERIFY(first.isRunning());
     }
 
+    void argumentsMeanNothingToIt()
+    {
+        const StateFolder folder;
+        StartedProgram started(program, folder.filePath(QString()), {},
+            {u"--help"_s, u"--version"_s, u"/Applications/Tool.app"_s});
+        QVERIFY(!errorLineThatMatches(started, refreshed).isEmpty());
+        QVERIFY(started.isRunning());
+    }
+
     void withoutAFolderForItsStateItSaysSoAndEnds()
     {
         const StateFolder folder;

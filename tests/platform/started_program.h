@@ -13,7 +13,8 @@ namespace zorvane::tests
 class StartedProgram
 {
 public:
-    StartedProgram(const QString &program, const QString &folder, const QString &token = {})
+    StartedProgram(const QString &program, const QString &folder, const QString &token = {},
+        const QStringList &arguments = {})
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("ZORVANE_SYSTEM_DIR"), folder);
@@ -26,7 +27,7 @@ public:
             m_process.setChildProcessModifier(
                 [] { static_cast<void>(::setreuid(::geteuid(), ::geteuid())); });
         }
-        m_process.start(program, QStringList());
+        m_process.start(program, arguments);
     }
     ~StartedProgram()
     {

@@ -125,6 +125,15 @@ private Q_SLOTS:
         QTRY_COMPARE(fixture.text(message), nullptr);
     }
 
+    void aFailureIsShownToTheLetter()
+    {
+        WindowFixture fixture;
+        const auto message = u"<b>Not</b> \"allowed\" &amp; over."_s;
+        fixture.fail(message);
+        QTRY_VERIFY(fixture.text(message) != nullptr);
+        QCOMPARE(fixture.text(message)->property("textFormat").toInt(), int(Qt::PlainText));
+    }
+
     void becomingActiveRefreshesOnceForEachChange()
     {
         WindowFixture fixture;

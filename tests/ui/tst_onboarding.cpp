@@ -50,6 +50,13 @@ private Q_SLOTS:
                 u"You're Ready"_s}));
     }
 
+    void aMisplacedProgramWithProtectionSeesFourPages()
+    {
+        QCOMPARE(titles(onboardingSteps(false, true)),
+            (QStringList{u"Welcome to Zorvane"_s, u"Move to Applications"_s, u"Drop In an App"_s,
+                u"You're Ready"_s}));
+    }
+
     void theFirstLaunchShowsTheGuide()
     {
         const WindowFixture fixture({}, true);
@@ -98,6 +105,17 @@ private Q_SLOTS:
         QCOMPARE(fixture.platform.preferences.written, QStringList{u"hasCompletedOnboarding"_s});
         QTRY_COMPARE(fixture.item(u"onboarding"_s), nullptr);
         QCOMPARE(fixture.platform.preferences.written.size(), 1);
+    }
+
+    void itIsCompletedBeforeItCloses()
+    {
+        const WindowFixture fixture({}, true);
+        auto &onboarding = fixture.ui->onboarding();
+        QList<bool> completed;
+        connect(&onboarding, &zorvane::ui::Onboarding::showingOnboardingChanged, this,
+            [&] { completed << isCompleted(fixture); });
+        onboarding.finish();
+        QCOMPARE(completed, QList{true});
     }
 
     void backGoesBack()
