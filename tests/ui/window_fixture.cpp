@@ -4,6 +4,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -78,6 +79,8 @@ void doAccessibleAction(QQuickItem *item, const QString &action)
 WindowFixture::WindowFixture(const QList<SampleApplication> &applications, bool firstLaunch,
     const ui::DesktopConventions &conventions, ListRead listRead)
 {
+    // What the engine says about our QML is a fault in it.
+    QTest::failOnWarning(QRegularExpression(u"\\.qml:"_s));
     if (!firstLaunch)
         platform.preferences.values.insert(u"hasCompletedOnboarding"_s, true);
     if (!applications.isEmpty())
