@@ -34,23 +34,28 @@ public:
     explicit FakeQueue(FakeScheduler &scheduler)
         : m_scheduler(scheduler)
     {
+        m_scheduler.m_queues.append(m_jobs);
     }
-    ~FakeQueue() override { runAll(*m_jobs); }
+    ~FakeQueue() override
+    {
+        while (!m_jobs->empty())
+            runFirst(*m_jobs);
+    }
 
     void add(std::function<void()> job) override
     {
         m_jobs->push_back(std::move(job));
-        m_scheduler.m_background.emplace_back([jobs = m_jobs] { runAll(*jobs); });
+        m_scheduler.m_background.emplace_back([jobs = m_jobs] { runFirst(*jobs); });
     }
 
 private:
-    static void runAll(std::deque<Job> &jobs)
+    static void runFirst(std::deque<Job> &jobs)
     {
-        while (!jobs.empty()) {
-            const Job job = std::move(jobs.front());
-            jobs.pop_front();
-            job();
-        }
+        if (jobs.empty())
+            return;
+        const Job job = std::move(jobs.front());
+        jobs.pop_front();
+        job();
     }
 
     FakeScheduler &m_scheduler;
@@ -83,6 +88,15 @@ void FakeScheduler::shutDown()
     m_background.clear();
     m_posted.clear();
     m_delayed.clear();
+}
+
+void FakeScheduler::kill()
+{
+    for (const auto &queue : m_queues) {
+        if (const auto jobs = queue.lock())
+            jobs->clear();
+    }
+    shutDown();
 }
 
 FakeScheduler::Job FakeScheduler::takeBackgroundJob(qsizetype position)

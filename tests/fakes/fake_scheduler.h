@@ -3,6 +3,7 @@
 #include "platform/scheduler.h"
 
 #include <deque>
+#include <memory>
 #include <QList>
 
 namespace zorvane::tests
@@ -25,6 +26,8 @@ public:
 
     /** Takes the background job at @p position away; it is for the test to run. */
     [[nodiscard]] Job takeBackgroundJob(qsizetype position);
+    /** The program is killed: nothing that waits will run, in no queue either. */
+    void kill();
     /** Lets the background job at @p position go first, before those that wait longer. */
     void runBackgroundJob(qsizetype position);
     /** Runs the background jobs that wait now; what they post stays posted. */
@@ -67,6 +70,7 @@ private:
     std::deque<Job> m_posted;
     QList<Delayed> m_delayed;
     QList<FakeTimer *> m_timers;
+    QList<std::weak_ptr<std::deque<Job>>> m_queues;
     QList<platform::Priority> m_priorities;
 };
 

@@ -196,11 +196,15 @@ public:
     [[nodiscard]] std::unique_ptr<platform::Bundle> open(
         const std::filesystem::path &path) const override
     {
+        if (whenOpened)
+            whenOpened(QString::fromStdString(path.string()));
         const auto found = information.constFind(QString::fromStdString(path.string()));
         return found == information.cend() ? nullptr : std::make_unique<Listed>(*found);
     }
 
     QHash<QString, QVariantMap> information;
+    /** Called at each opening, on its thread. */
+    std::function<void(const QString &path)> whenOpened;
 
 private:
     class Listed final : public platform::Bundle

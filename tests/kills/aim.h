@@ -45,20 +45,23 @@ public:
         m_between += inBetween ? 1 : 0;
     }
 
-    /** True until @p rounds were begun, or a few more where the moment has not been found yet. */
+    /** True until @p rounds were begun, or a few more where the moment has not been hit yet. */
     [[nodiscard]] bool goesOn(int rounds)
     {
-        constexpr int patience = 3;
+        constexpr int patience = 4;
         const std::scoped_lock lock(m_mutex);
-        const bool result = m_begun < rounds || (!hasFound() && m_begun < patience * rounds);
+        const bool result
+            = m_begun < rounds || (!hasHitWritesOften(rounds) && m_begun < patience * rounds);
         m_begun += result ? 1 : 0;
         return result;
     }
 
-    /** True if kills came before and after the write: the moment of it was among them. */
-    [[nodiscard]] bool hasFound() const { return m_early > 0 && m_late > 0; }
-    /** True if a kill came in the middle of a write. */
-    [[nodiscard]] bool hasHitAWrite() const { return m_between > 0; }
+    /** True if kills came before the write, in the middle of one, and after it; in the middle one
+     * of five in as many rounds as were wanted, or more. */
+    [[nodiscard]] bool hasHitWritesOften(int rounds) const
+    {
+        return m_early > 0 && m_late > 0 && m_between >= std::max(1, rounds / 5);
+    }
     void report(const char *what) const
     {
         qInfo("%s: %d kills before the write, %d after it, %d left a half-written file beside",

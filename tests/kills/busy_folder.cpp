@@ -15,6 +15,7 @@ namespace zorvane::tests
 {
 
 using platform::simulated::readPropertyList;
+using platform::simulated::stampOf;
 using platform::simulated::writePropertyList;
 using records::BlockedApplication;
 
@@ -23,6 +24,7 @@ namespace
 
 const QString file = u"preferences/dev.kestrelworks.Zorvane.plist"_s;
 const QString halfWritten = u"preferences/.dev.kestrelworks.Zorvane.plist.new"_s;
+const QString halfConfigured = u".filter-configuration.json.new"_s;
 const QString shared = u"preferences/group.dev.kestrelworks.Zorvane.plist"_s;
 const QString listKey = u"blockedApplications"_s;
 const QString wishKey = u"protectionRequested"_s;
@@ -161,9 +163,24 @@ QString BusyFolder::damage() const
     return {};
 }
 
+void BusyFolder::leaveHalfWritten()
+{
+    // Whole, and another list, so that it would be noticed if it were taken for the stored one.
+    m_folder.write(halfWritten,
+        writePropertyList({{listKey, records::encodedApplications({m_stages.first().first()})}}));
+    m_folder.write(halfConfigured, "{\"isEnabled\": tr");
+    m_leftOver = stampOf(m_folder.path() / halfWritten.toStdString());
+}
+
 bool BusyFolder::wasInterrupted() const
 {
-    return m_folder.hasFile(halfWritten);
+    const auto found = stampOf(m_folder.path() / halfWritten.toStdString());
+    return found && found != m_leftOver;
+}
+
+bool BusyFolder::hasHalfWritten() const
+{
+    return m_folder.hasFile(halfWritten) || m_folder.hasFile(halfConfigured);
 }
 
 QVariantMap BusyFolder::preferences() const
@@ -171,10 +188,17 @@ QVariantMap BusyFolder::preferences() const
     return readPropertyList(snapshot()).toMap();
 }
 
-void BusyFolder::setPreferences(const QVariantMap &values) const
+void BusyFolder::setPreferences(const QVariantMap &values)
 {
     m_folder.write(file, writePropertyList(values));
-    QFile::remove(m_folder.filePath(halfWritten));
+    m_leftOver = stampOf(m_folder.path() / halfWritten.toStdString());
+}
+
+QString setAsideBy(const QString &data)
+{
+    return QDir(data + "/zorvane/set-aside"_L1)
+        .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)
+        .join(u' ');
 }
 
 void shieldStartedPrograms(const QString &data, const QString &busAddress)

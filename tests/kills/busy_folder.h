@@ -3,6 +3,7 @@
 #include "app/records/blocked_application.h"
 #include "platform/state_folder.h"
 
+#include <optional>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -29,6 +30,8 @@ public:
     void observeHelper() const;
     /** There is a newer version, checked for just now. */
     void announceVersion(const QString &version);
+    /** Programs were killed while they wrote, what they had in mind being anything. */
+    void leaveHalfWritten();
 
     /** Where the stored list stands on its way: the old one, the current one, the one that took in
      * what was observed; -1 if it is none of these. */
@@ -41,11 +44,14 @@ public:
     [[nodiscard]] QString undone(const QList<QByteArray> &snapshots) const;
     /** What else is wrong in the folder; empty if nothing is. */
     [[nodiscard]] QString damage() const;
-    /** True if a write of the preferences was not finished. */
+    /** True if a write of the preferences was begun since they were last set here, and not
+     * finished. */
     [[nodiscard]] bool wasInterrupted() const;
+    /** True while something half-written lies about. */
+    [[nodiscard]] bool hasHalfWritten() const;
 
     [[nodiscard]] QVariantMap preferences() const;
-    void setPreferences(const QVariantMap &values) const;
+    void setPreferences(const QVariantMap &values);
     [[nodiscard]] QString path() const { return m_folder.filePath(QString()); }
     [[nodiscard]] const StateFolder &state() const { return m_folder; }
 
@@ -54,8 +60,13 @@ private:
     void store(const QList<records::BlockedApplication> &list);
 
     StateFolder m_folder;
+    /** Of the half-written preferences, if there are any, before the programs start. */
+    std::optional<platform::simulated::FileStamp> m_leftOver;
     QList<QList<records::BlockedApplication>> m_stages;
 };
+
+/** The names of the lists that programs started with this data folder took for damaged. */
+[[nodiscard]] QString setAsideBy(const QString &data);
 
 /** Starts from a test talk to nobody outside, show nothing, and keep everything in @p data. */
 void shieldStartedPrograms(const QString &data, const QString &busAddress);

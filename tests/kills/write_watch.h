@@ -16,7 +16,7 @@ class WriteWatch
 {
 public:
     enum Event : uint32_t {
-        Begun = IN_CREATE, ///< a file was made
+        Begun = IN_CREATE | IN_MODIFY, ///< a file was made, or what is left of one is overwritten
         Done = IN_MOVED_TO, ///< a file was put in its place
     };
 

@@ -1,8 +1,7 @@
 #include "model/list_changes.h"
 
-#include "app/records/collation.h"
-
 #include <algorithm>
+#include <QSet>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -12,13 +11,19 @@ namespace zorvane::tests
 
 using records::BlockedApplication;
 
-ListChanges::ListChanges(const QList<BlockedApplication> &stored, const PossibleRecords &possible)
+ListChanges::ListChanges(const Applications &stored, ObservedProcesses &observed)
     : m_stored(stored)
-    , m_possible(&possible)
+    , m_observed(&observed)
 {
 }
 
-QString ListChanges::changed(const QList<BlockedApplication> &list)
+void ListChanges::inspected(const QString &path, const Inspected &result)
+{
+    m_drop.inspected(path, result);
+    m_reinspections.inspected(path, result);
+}
+
+QString ListChanges::changed(const Applications &list)
 {
     QString name = event(list);
     checkUniqueness(list);
@@ -26,7 +31,7 @@ QString ListChanges::changed(const QList<BlockedApplication> &list)
     return name;
 }
 
-QString ListChanges::event(const QList<BlockedApplication> &list)
+QString ListChanges::event(const Applications &list)
 {
     if (!m_isLoaded) {
         taken(list);
@@ -36,22 +41,20 @@ QString ListChanges::event(const QList<BlockedApplication> &list)
         removed(list, *id);
         return list.size() < m_shown.size() ? u"removal"_s : u"no change"_s;
     }
-    if (list.size() != m_shown.size()) {
-        grown(list);
-        return u"addition"_s;
-    }
-    return renewed(list);
+    if (list.size() == m_shown.size())
+        return renewed(list);
+    if (!m_drop.wasListed(m_shown, list))
+        m_broken = u"what was added is not what was dropped, or not in its place"_s;
+    return u"addition"_s;
 }
 
-void ListChanges::noteStale(const QList<BlockedApplication> &list)
+void ListChanges::refused(const QString &alert)
 {
-    for (const BlockedApplication &application : list) {
-        if (records::isStale(application))
-            m_reinspected.insert(application.id);
-    }
+    if (!m_drop.wasRefused(m_shown, alert))
+        m_broken = u"an alert without its reason: "_s + alert;
 }
 
-void ListChanges::checkUniqueness(const QList<BlockedApplication> &list)
+void ListChanges::checkUniqueness(const Applications &list)
 {
     QSet<QString> identifiers;
     QSet<QUuid> ids;
@@ -63,19 +66,17 @@ void ListChanges::checkUniqueness(const QList<BlockedApplication> &list)
         m_broken = u"something is listed twice"_s;
 }
 
-void ListChanges::taken(const QList<BlockedApplication> &list)
+void ListChanges::taken(const Applications &list)
 {
     m_isLoaded = true;
-    noteStale(list);
+    m_reinspections.begin(list);
     auto expected = m_stored;
-    expected.removeIf([](const BlockedApplication &each) {
-        return each.signingIdentifier.startsWith("dev.kestrelworks.Zorvane"_L1);
-    });
+    expected.removeIf(isOurOwn);
     if (list != expected)
         m_broken = u"another list was loaded than the stored one without own records"_s;
 }
 
-void ListChanges::removed(const QList<BlockedApplication> &list, const QUuid &id)
+void ListChanges::removed(const Applications &list, const QUuid &id)
 {
     auto expected = m_shown;
     expected.removeIf([&](const BlockedApplication &each) { return each.id == id; });
@@ -83,43 +84,55 @@ void ListChanges::removed(const QList<BlockedApplication> &list, const QUuid &id
         m_broken = u"a removal took another record away, or changed one"_s;
 }
 
-void ListChanges::grown(const QList<BlockedApplication> &list)
+/** The whole list is what a merge or what an inspection of the stale records makes of it. */
+QString ListChanges::renewed(const Applications &list)
 {
-    auto expected = m_shown;
-    for (const BlockedApplication &application : list) {
-        if (m_shown.contains(application))
-            continue;
-        expected.append(application);
-        if (application.path != m_dropped || !m_possible->isInspected(application))
-            m_broken = u"what was added is not what was dropped"_s;
+    const bool isMerge = list != m_shown && canBeMerged(list);
+    const bool isReinspection = m_reinspections.canMake(m_shown, list);
+    if (isReinspection)
+        m_reinspections.made(m_shown, list, !isMerge);
+    if (isMerge && isReinspection)
+        return u"merge or re-inspection"_s;
+    if (isReinspection)
+        return nameOfReinspection(list);
+    if (!isMerge) {
+        m_broken = u"the list became what neither an inspection nor a merge makes of it"_s;
+        return u"no change"_s;
     }
-    std::ranges::stable_sort(expected, records::NameOrder(), &BlockedApplication::name);
-    if (list.size() != m_shown.size() + 1 || list != expected)
-        m_broken = u"an addition did not leave the list sorted"_s;
+    m_observed->wereMerged();
+    return list == expectedMerge(m_shown, {}) ? u"new form"_s : u"merge"_s;
 }
 
-/** Each record stays as it is or becomes what an inspection or a merge makes of it; their order
- * stays. */
-QString ListChanges::renewed(const QList<BlockedApplication> &list)
+bool ListChanges::canBeMerged(const Applications &list) const
 {
-    QString name = u"no change"_s;
-    for (qsizetype i = 0; i < list.size(); ++i) {
-        const BlockedApplication &old = m_shown.at(i);
-        const BlockedApplication &application = list.at(i);
-        if (application == old)
-            continue;
-        if (application.id != old.id || application.path != old.path)
-            m_broken = u"the list's order changed, or a record became another's"_s;
-        else if (m_possible->isMerged(old, application))
-            name = records::isStale(old) ? u"new form"_s : u"merge"_s;
-        else if (m_reinspected.contains(old.id) && m_possible->isInspected(application))
-            name = application.signingIdentifier == old.signingIdentifier
-                ? u"re-inspection"_s
-                : u"another application"_s;
-        else
-            m_broken = u"a record became what neither an inspection nor a merge makes of it"_s;
-    }
-    return name;
+    return m_observed->canBeMerged()
+        && std::ranges::any_of(m_observed->possiblyFound(),
+            [&](const Processes &processes) { return list == expectedMerge(m_shown, processes); });
+}
+
+QString ListChanges::nameOfReinspection(const Applications &list) const
+{
+    if (list == m_shown)
+        return u"re-inspection without result"_s;
+    return std::ranges::equal(list, m_shown, {}, &BlockedApplication::signingIdentifier,
+               &BlockedApplication::signingIdentifier)
+        ? u"re-inspection"_s
+        : u"another application"_s;
+}
+
+QString ListChanges::owed(const QDateTime &now) const
+{
+    if (!m_isLoaded)
+        return u"the list was never loaded"_s;
+    if (m_drop.isPending())
+        return u"what was dropped was neither listed nor refused"_s;
+    if (m_reinspections.areUnderWay())
+        return u"stale records were not inspected anew"_s;
+    if (!m_observed->areRead())
+        return u"what was observed was never read"_s;
+    if (expectedMerge(m_shown, m_observed->recent(now)) != m_shown)
+        return u"what was observed was not taken in"_s;
+    return {};
 }
 
 } // namespace zorvane::tests

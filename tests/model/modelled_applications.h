@@ -4,7 +4,7 @@
 #include "app/sample_applications.h"
 #include "app/store_fixture.h"
 #include "discovery/sample_processes.h"
-#include "model/possible_records.h"
+#include "model/observed_processes.h"
 
 #include <algorithm>
 #include <QStringList>
@@ -38,18 +38,40 @@ inline QString modelledName(int number)
     return names.at(number % names.size());
 }
 
-/** With @p number's odd multiples of the number of applications: a record of an older version. */
+/** Some come from an older version, in several forms. */
 inline records::BlockedApplication modelledApplication(int number)
 {
     auto application = sampleApplication(modelledName(number), modelledIdentifier(number));
     application.id = QUuid::createUuid();
     application.path = modelledPath(number);
-    if (number / modelledApplications % 2 != 0)
+    switch (number / modelledApplications % 8) {
+    case 0:
         application.inspectionVersion = 4;
+        break;
+    case 1:
+        application.inspectionVersion.reset();
+        break;
+    case 2:
+        application.auxiliaryCodeIdentities.reset();
+        break;
+    case 3:
+        application.auxiliarySigningIdentifiers = {QStringLiteral("com.example.old")};
+        break;
+    case 4:
+        application.auxiliaryCodeIdentities = {{QStringLiteral("Python3"), QStringLiteral("TEAM")},
+            {QStringLiteral("com.example.helper1"), {}},
+            {QStringLiteral("com.example.helper1"), QStringLiteral("TEAM")}};
+        break;
+    case 5:
+        application.teamIdentifier = QStringLiteral(" TEAM ");
+        break;
+    default:
+        break;
+    }
     return application;
 }
 
-/** A list as an earlier run may have left it; sometimes none, sometimes a damaged one. */
+/** A list as an earlier run may have left it, of records of several forms; sometimes none. */
 inline void storeSomething(FakePreferences &preferences, int number)
 {
     if (number % 8 == 0)
@@ -57,63 +79,62 @@ inline void storeSomething(FakePreferences &preferences, int number)
     QList<records::BlockedApplication> list;
     for (int i = 0; i < modelledApplications - 1; ++i) {
         if ((number >> i) % 2 != 0)
-            list.append(modelledApplication(i + number / 256 * modelledApplications));
+            list.append(modelledApplication(i + modelledApplications * (number / 128 + 3 * i)));
     }
     std::ranges::stable_sort(list, records::NameOrder(), &records::BlockedApplication::name);
-    const QByteArray bytes = records::encodedApplications(list);
-    preferences.values.insert(listKey, number % 8 == 1 ? bytes.chopped(2) : bytes);
+    preferences.values.insert(listKey, records::encodedApplications(list));
 }
 
-/** Puts a bundle on the made-up disk, under a name that may be another than before, sometimes in
- * the place of another application's, or takes it away. */
-inline void changeBundle(FakePlatform &system, PossibleRecords &possible, int number)
+/** A helper, an interpreter, an application itself, or, seldom, a part of this product. */
+inline QString modelledSigner(int number)
 {
-    const QString path = modelledPath(number);
-    const int name = number / modelledApplications;
-    if (name % 4 == 0) {
-        system.bundles.information.remove(path);
-        return;
-    }
-    const int occupant = name / 64 % 4 == 0 ? name : number;
-    system.addBundle(
-        path, modelledIdentifier(occupant), QStringLiteral("TEAM"), modelledName(name));
-    const auto &ports = system.ports;
-    const inspection::ApplicationInspector inspector(
-        {*ports.bundles, *ports.signatures, *ports.walk, *ports.icons});
-    const auto inspected = inspector.inspectApplication(QUrl::fromLocalFile(path), QUuid());
-    possible.couldBeInspected(std::get<records::BlockedApplication>(inspected));
+    if (number % 64 == 9)
+        return QStringLiteral("dev.kestrelworks.Zorvane.probe");
+    if (number % 11 == 7)
+        return QStringLiteral("Python3");
+    if (number % 11 == 10)
+        return modelledIdentifier(number / 11);
+    return QStringLiteral("com.example.helper%1").arg(number % 7);
 }
 
-/** Up to four processes of the applications, seen at most 60 days ago. */
-inline QList<inspection::DiscoveredNetworkProcess> modelledProcesses(
-    int number, const QDateTime &now)
+/** A process seen at most 60 days ago; at 30 days, some seconds before it is too old. */
+inline inspection::DiscoveredNetworkProcess modelledProcess(int number, const QDateTime &now)
 {
-    QList<inspection::DiscoveredNetworkProcess> processes;
-    for (int i = 0; i < number % 5; ++i) {
-        const int each = number / 16 + 3 * i;
-        const auto seen = inspection::referenceSeconds(now.addDays(-(each % 60)));
-        auto process = sampleProcess(QStringLiteral("com.example.helper%1").arg(each % 7),
-            each % 3 == 0 ? std::nullopt : std::optional(QStringLiteral("TEAM")), seen);
-        process.executablePath
-            = modelledPath(each) + QStringLiteral("/Contents/MacOS/helper%1").arg(each % 7);
-        processes.append(process);
+    const auto seen = now.addDays(-(number % 60)).addSecs(number % 40);
+    auto process
+        = sampleProcess(modelledSigner(number), std::nullopt, inspection::referenceSeconds(seen));
+    if (number % 3 != 0)
+        process.teamIdentifier
+            = number % 3 == 1 ? QStringLiteral(" TEAM\n") : QStringLiteral("TEAM");
+    if (number % 5 == 0) {
+        process.sourceApplicationIdentifier = modelledIdentifier(number / 5);
+        process.sourceApplicationTeamIdentifier = QStringLiteral("TEAM");
     }
-    return processes;
+    // Beside the bundle as well as in it.
+    if (number % 4 != 3)
+        process.executablePath = modelledPath(number / 4)
+            + (number % 4 == 2 ? QStringLiteral("Extra/tool") : QStringLiteral("/Contents/tool"));
+    return process;
 }
 
-/** Lets the filter see some; or stores bytes that tell of none. */
-inline void observe(FakePlatform &system, PossibleRecords &possible, int number)
+/** Lets the filter see these. */
+inline void observe(FakePlatform &system, ObservedProcesses &observed, const Processes &processes)
 {
-    QByteArray bytes = "[{";
-    if (number % 16 != 0) {
-        const auto processes = modelledProcesses(number, system.scheduler.now());
-        for (const auto &process : processes)
-            possible.wasObserved(process.executablePath->section(QStringLiteral("/Contents"), 0, 0),
-                {process.signingIdentifier, process.teamIdentifier});
-        bytes = inspection::encodedProcesses(processes);
-    }
+    observed.stored(processes);
     system.suites.domains[QStringLiteral("group.dev.kestrelworks.Zorvane")].insert(
-        QStringLiteral("discoveredNetworkProcesses.v2"), bytes);
+        QStringLiteral("discoveredNetworkProcesses.v2"), inspection::encodedProcesses(processes));
+}
+
+/** Lets it see up to four; or leaves bytes that tell of none. */
+inline void observe(FakePlatform &system, ObservedProcesses &observed, int number)
+{
+    Processes processes;
+    for (int i = 0; i < number % 5 && number % 16 != 0; ++i)
+        processes.append(modelledProcess(number / 16 + 3 * i, system.scheduler.now()));
+    observe(system, observed, processes);
+    if (number % 16 == 0)
+        system.suites.domains[QStringLiteral("group.dev.kestrelworks.Zorvane")].insert(
+            QStringLiteral("discoveredNetworkProcesses.v2"), QByteArray("[{"));
 }
 
 } // namespace zorvane::tests

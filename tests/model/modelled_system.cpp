@@ -91,14 +91,14 @@ void ModelledSystem::recover()
 
 void ModelledSystem::comeToRest()
 {
-    constexpr int mostRounds = 40;
+    constexpr int rounds = 40;
     auto &held = m_system.filterManager.held;
-    for (int round = 0; round < mostRounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         while (!held.isEmpty())
             held.takeFirst()();
         m_system.scheduler.settle();
         if (held.isEmpty())
-            m_system.scheduler.advance(std::chrono::milliseconds(200));
+            m_system.scheduler.advance(std::chrono::seconds(1));
     }
 }
 

@@ -27,7 +27,8 @@ public:
     void go(const Step &step);
     /** From now on nothing fails, and the program stands where it belongs. */
     void recover();
-    /** Lets all answers go and all jobs run, and enough time pass for the retries. */
+    /** Lets all answers go and all jobs run, and enough time pass for the retries and some passes.
+     */
     void comeToRest();
     /** True while a load or save, or what is to be done about its answer, is outstanding. */
     [[nodiscard]] bool isAnswering() const;

@@ -14,6 +14,7 @@ enum Kind {
     Switch,
     RefreshProtection,
     Explain,
+    DismissAlert,
     CheckForUpdates,
     Answer,
     Repeat,
@@ -30,7 +31,9 @@ enum Kind {
     ChangeBundle,
     Move,
     SwitchElsewhere,
+    Rest,
     StartAgain,
+    Kill,
 };
 
 /** Their names and weights. */
@@ -41,7 +44,8 @@ inline const QList<Action> actions{
     {Reinspect, QStringLiteral("inspect stale records"), 1},
     {Switch, QStringLiteral("switch protection"), 3},
     {RefreshProtection, QStringLiteral("refresh protection"), 2},
-    {Explain, QStringLiteral("explain and dismiss"), 1},
+    {Explain, QStringLiteral("explain"), 1},
+    {DismissAlert, QStringLiteral("dismiss the alert"), 1},
     {CheckForUpdates, QStringLiteral("check for updates"), 1},
     {Answer, QStringLiteral("answer"), 16},
     {Repeat, QStringLiteral("repeat an answer"), 2},
@@ -58,7 +62,9 @@ inline const QList<Action> actions{
     {ChangeBundle, QStringLiteral("change a bundle"), 3},
     {Move, QStringLiteral("move the program"), 1},
     {SwitchElsewhere, QStringLiteral("switch the filter elsewhere"), 1},
+    {Rest, QStringLiteral("come to rest"), 1},
     {StartAgain, QStringLiteral("start again"), 1},
+    {Kill, QStringLiteral("kill and start again"), 1},
 };
 
 } // namespace zorvane::tests::store_actions

@@ -55,9 +55,10 @@ private:
         const QString wish = qEnvironmentVariable("ZORVANE_MODEL_SEED");
         bool isChosen = false;
         const quint32 chosen = wish.toUInt(&isChosen);
-        const quint32 first = wish == u"new"_s ? QRandomGenerator::global()->generate()
-            : isChosen                         ? chosen
-                                               : 1;
+        const bool isNew = wish == u"new"_s;
+        const quint32 first = isNew ? QRandomGenerator::global()->generate()
+            : isChosen              ? chosen
+                                    : 1;
         const int runs = isChosen ? 1 : timesIfLong(quickRuns);
         qInfo("%d runs of %d steps, seeds from %u", runs, stepsOfARun, first);
         Counts happened;
@@ -80,7 +81,8 @@ private:
         }
         for (const auto &[event, count] : happened.asKeyValueRange()) {
             qInfo("%s: %d", qPrintable(event), count);
-            QVERIFY2(count > 0 || !isLong() || isChosen, qPrintable(event));
+            // A few runs of new seeds may do without.
+            QVERIFY2(count > 0 || isChosen || (isNew && !isLong()), qPrintable(event));
         }
     }
 };
