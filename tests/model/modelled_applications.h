@@ -74,7 +74,7 @@ inline records::BlockedApplication modelledApplication(int number)
 /** A list as an earlier run may have left it, of records of several forms; sometimes none. */
 inline void storeSomething(FakePreferences &preferences, int number)
 {
-    if (number % 8 == 0)
+    if (number % 4 == 0)
         return;
     QList<records::BlockedApplication> list;
     for (int i = 0; i < modelledApplications - 1; ++i) {
@@ -90,7 +90,7 @@ inline QString modelledSigner(int number)
 {
     if (number % 64 == 9)
         return QStringLiteral("dev.kestrelworks.Zorvane.probe");
-    if (number % 11 == 7)
+    if (number % 8 == 1)
         return QStringLiteral("Python3");
     if (number % 11 == 10)
         return modelledIdentifier(number / 11);

@@ -35,7 +35,7 @@ void ModelledBundles::change(int number)
     takeAway(path);
     if (kind % 4 == 0)
         return;
-    const int occupant = kind / 64 % 4 == 0 ? kind : number;
+    const int occupant = kind / 64 % 2 == 0 ? kind : number;
     put(path, modelledIdentifier(occupant), modelledName(kind), helperFor(kind / 4));
     if (kind % 16 == 1) {
         m_system.bundles.information[path].remove(u"CFBundleIdentifier"_s);

@@ -30,7 +30,7 @@ public:
         else if (step.action <= FailActivation)
             m_world.answers().answer(step);
         else
-            broken = go(step);
+            broken = go(step, mightFail);
         // Another write is on its way then, too.
         m_world.stepEnded(mightFail || step.action == FinishActivation);
         return broken.isEmpty() ? m_world.run().broken() : broken;
@@ -80,7 +80,13 @@ private:
         }
     }
 
-    QString go(const Step &step)
+    QString rest(bool mightFail)
+    {
+        QString broken = m_world.rested();
+        return broken.isEmpty() && !mightFail ? m_world.brokenRules() : broken;
+    }
+
+    QString go(const Step &step, bool mightFail)
     {
         using Between = StoreWorld::Between;
         const Between between = step.number % 4 == 0 ? Between::Damage : Between::Nothing;
@@ -92,7 +98,7 @@ private:
             m_world.bundles().change(step.number);
             return {};
         case Rest:
-            return m_world.rested();
+            return rest(mightFail);
         case StartAgain:
             return m_world.startAgain(between);
         case Kill:

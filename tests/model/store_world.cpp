@@ -18,8 +18,9 @@ const QString wishKey = u"protectionRequested"_s;
 /** What has to happen in many runs. */
 const QStringList expectedEvents{u"load"_s, u"addition"_s, u"removal"_s, u"re-inspection"_s,
     u"another application"_s, u"merge"_s, u"new form"_s, u"drop that waits for the list"_s,
-    u"wish taken from the status"_s, u"kill before a save"_s, u"newest rules at rest"_s,
-    u"refusal: already listed"_s, u"refusal: Zorvane cannot block itself."_s,
+    u"wish taken from the status"_s, u"no wish taken from it"_s, u"kill before a save"_s,
+    u"newest rules at rest"_s, u"refusal: already listed"_s,
+    u"refusal: Zorvane cannot block itself."_s,
     u"refusal: Drop an application with the .app extension."_s,
     u"refusal: This application's identifier could not be read."_s,
     u"refusal: This application does not have an identifiable code signature."_s};

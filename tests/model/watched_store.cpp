@@ -134,11 +134,11 @@ void WatchedStore::statusChanged()
 /** Without the user; perhaps with what follows from it already begun. */
 void WatchedStore::wishWritten()
 {
-    ++m_world.happened[u"wish taken from the status"_s];
+    const bool wish = m_system.preferences.boolean(wishKey);
+    ++m_world.happened[wish ? u"wish taken from the status"_s : u"no wish taken from it"_s];
     const Status status = m_store->filterController()->status().kind();
     const bool expected = status == Status::Enabled || !m_changes.shown().isEmpty();
-    if (status == Status::Failed || status == Status::AwaitingApproval
-        || m_system.preferences.boolean(wishKey) != expected)
+    if (status == Status::Failed || status == Status::AwaitingApproval || wish != expected)
         m_broken = u"another wish was taken from the status"_s;
 }
 
