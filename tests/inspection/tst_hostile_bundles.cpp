@@ -4,17 +4,15 @@
 #include "tests/bundle_files/bundle_files.h"
 #include "tests/long/times.h"
 #include "tests/signed_code/signed_code.h"
+#include "watched_reading.h"
 
-#include <atomic>
 #include <fcntl.h>
-#include <functional>
 #include <iterator>
 #include <QTest>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <sys/un.h>
-#include <thread>
 
 using namespace Qt::StringLiterals;
 using namespace zorvane;
@@ -32,33 +30,6 @@ QByteArray program(const QByteArray &identifier)
 {
     return machO({.signature = signature({.identifier = identifier, .team = team})});
 }
-
-/** The walk of this system; @p watch is called at each item, in the midst of it, with how many came
- * before in all walks. */
-class WatchedWalk final : public platform::DirectoryWalk
-{
-public:
-    WatchedWalk(const platform::DirectoryWalk &walk, std::function<void(int before)> watch)
-        : m_walk(walk)
-        , m_watch(std::move(watch))
-    {
-    }
-
-    void walk(const fs::path &root, const Visitor &visit) const override
-    {
-        m_walk.walk(root, [&](std::string_view path, platform::ItemKind kind) {
-            m_watch(m_items++);
-            visit(path, kind);
-        });
-    }
-
-    [[nodiscard]] int items() const { return m_items; }
-
-private:
-    const platform::DirectoryWalk &m_walk;
-    const std::function<void(int before)> m_watch;
-    mutable int m_items = 0;
-};
 
 /** Early, late, and in between, of some hundred items. */
 void someMoments()
@@ -84,20 +55,21 @@ private:
         writeFile(in(place), program(identifier), Mode::Executable);
     }
 
-    [[nodiscard]] InspectionResult inspect(const platform::DirectoryWalk &walk) const
+    [[nodiscard]] InspectionResult inspect(
+        const platform::DirectoryWalk &walk, const platform::CodeSignatures &signatures) const
     {
-        return ApplicationInspector(
-            {*m_reading.bundles, *m_reading.signatures, walk, *m_reading.icons})
+        return ApplicationInspector({*m_reading.bundles, signatures, walk, *m_reading.icons})
             .inspectApplication(
                 QUrl::fromLocalFile(QString::fromStdString(m_app.string())), QUuid::createUuid());
     }
-    [[nodiscard]] InspectionResult inspect() const { return inspect(*m_reading.walk); }
+    [[nodiscard]] InspectionResult inspect() const
+    {
+        return inspect(*m_reading.walk, *m_reading.signatures);
+    }
 
     /** The signing identifiers of the helpers; "refused" if there is no record. */
-    [[nodiscard]] QStringList helpers() const { return helpers(*m_reading.walk); }
-    [[nodiscard]] QStringList helpers(const platform::DirectoryWalk &walk) const
+    [[nodiscard]] static QStringList helpersIn(const InspectionResult &result)
     {
-        const InspectionResult result = inspect(walk);
         const auto *record = std::get_if<BlockedApplication>(&result);
         if (record == nullptr)
             return {u"refused"_s};
@@ -105,6 +77,11 @@ private:
         for (const auto &identity : record->auxiliaryCodeIdentities.value())
             identifiers.append(identity.signingIdentifier);
         return identifiers;
+    }
+    [[nodiscard]] QStringList helpers() const { return helpersIn(inspect()); }
+    [[nodiscard]] QStringList helpers(const platform::DirectoryWalk &walk) const
+    {
+        return helpersIn(inspect(walk, *m_reading.signatures));
     }
 
     platform::BundleReading m_reading;
@@ -206,29 +183,68 @@ private Q_SLOTS:
 
     void filesThatChangeWhileTheyAreReadAreFoundOrNot()
     {
-        const QByteArray whole = program("changing");
         addProgram("Helpers/changing", "changing");
-        std::atomic<bool> ends = false;
-        std::thread writer([&] {
-            for (int i = 0; !ends; ++i) {
-                // In place: the reader's file shrinks and grows under its hands.
-                std::error_code ignored;
-                fs::resize_file(
-                    in("Helpers/changing"), size_t(qsizetype(i) * 37 % whole.size()), ignored);
-                writeFile(in("Helpers/changing"), i % 3 == 0 ? QByteArray(5000, '\xca') : whole,
-                    Mode::Executable);
-            }
+        const ChangingProgram changing(in("Helpers/changing"), program("changing"));
+        // The folders are read while it changes,
+        const WatchedWalk walk(*m_reading.walk, [&](int) { changing.awaitChange(); });
+        // and so is the file itself, in as many rounds as it takes for that.
+        int changedWhileRead = 0;
+        const WatchedSignatures signatures(*m_reading.signatures, [&](int, const auto &reading) {
+            const int before = changing.changes();
+            reading();
+            changedWhileRead += changing.changes() != before ? 1 : 0;
         });
         const int rounds = timesIfLong(40);
-        QStringList unexpected;
-        for (int round = 0; round < rounds; ++round) {
-            const QStringList found = helpers();
-            if (found != QStringList{u"tool"_s} && found != QStringList{u"changing"_s, u"tool"_s})
-                unexpected = found;
+        constexpr int patience = 20;
+        for (int i = 0; i < rounds || (changedWhileRead == 0 && i < patience * rounds); ++i) {
+            const QStringList found = helpersIn(inspect(walk, signatures));
+            QVERIFY2(
+                found == QStringList{u"tool"_s} || found == (QStringList{u"changing"_s, u"tool"_s}),
+                qPrintable(found.join(u' ')));
         }
-        ends = true;
-        writer.join();
-        QCOMPARE(unexpected, QStringList());
+        QVERIFY(walk.items() >= 2 * rounds);
+        QVERIFY(changedWhileRead > 0);
+    }
+
+    void aBundleThatVanishesBetweenTheReadingsIsReadAsFarAsItWas_data()
+    {
+        QTest::addColumn<int>("moment");
+        for (const int moment : {1, 2, 3, 5, 6})
+            QTest::addRow("after %d readings", moment) << moment;
+    }
+
+    void aBundleThatVanishesBetweenTheReadingsIsReadAsFarAsItWas()
+    {
+        QFETCH(int, moment);
+        for (const char *name : {"one", "two", "three", "four"})
+            addProgram(std::string("Helpers/") + name, name);
+        const WatchedSignatures signatures(
+            *m_reading.signatures, [&](int before, const auto &reading) {
+                if (before == moment)
+                    fs::remove_all(m_app);
+                reading();
+            });
+        const InspectionResult result = inspect(*m_reading.walk, signatures);
+        // The application itself, its main executable, and five helpers.
+        QCOMPARE(signatures.readings(), 7);
+        const auto *record = std::get_if<BlockedApplication>(&result);
+        QVERIFY(record != nullptr);
+        QCOMPARE(record->signingIdentifier, u"com.example.Hostile"_s);
+        // The main executable is read among the helpers, and is none.
+        const auto found = record->auxiliaryCodeIdentities.value().size();
+        QVERIFY(found == moment - 1 || found == moment - 2);
+        QCOMPARE(inspect(), InspectionResult(ApplicationInspectionError::NotAnApplication));
+    }
+
+    void aBundleThatVanishesBeforeItsSignatureIsReadIsRefused()
+    {
+        const WatchedSignatures signatures(*m_reading.signatures, [&](int, const auto &reading) {
+            fs::remove_all(m_app);
+            reading();
+        });
+        QCOMPARE(inspect(*m_reading.walk, signatures),
+            InspectionResult(ApplicationInspectionError::UnsignedApplication));
+        QCOMPARE(signatures.readings(), 1);
     }
 
     void aBundleThatVanishesHalfWayIsReadAsFarAsItWas_data() { someMoments(); }
@@ -242,7 +258,7 @@ private Q_SLOTS:
             if (before == moment)
                 fs::remove_all(m_app);
         });
-        const InspectionResult result = inspect(walk);
+        const InspectionResult result = inspect(walk, *m_reading.signatures);
         QVERIFY(walk.items() > moment);
         const auto *record = std::get_if<BlockedApplication>(&result);
         QVERIFY(record != nullptr);

@@ -98,6 +98,9 @@ class TestKills : public QObject
 private Q_SLOTS:
     void initTestCase() { shieldStartedPrograms(m_data.path(), m_bus.address()); }
 
+    /** Whatever was half-written: no list was taken for a damaged one. */
+    void cleanup() { QCOMPARE(setAsideBy(m_data.path()), QString()); }
+
     void aProgramKilledWhileItSavesLeavesTheOldListOrTheNewOne()
     {
         std::deque<BusyFolder> folders(manyAtOnce());
@@ -106,6 +109,8 @@ private Q_SLOTS:
         Aim aim(*duration);
         killOften(folders, aim, timesIfLong(15), [&aim](BusyFolder &folder, bool isTimed) {
             folder.storeOldList();
+            if (!isTimed)
+                folder.leaveHalfWritten();
             Moment moment(aim.next(), folder, isTimed);
             StartedProgram started(program, folder.path());
             moment.wait();
@@ -129,6 +134,8 @@ private Q_SLOTS:
         Aim aim(*duration);
         killOften(folders, aim, timesIfLong(5), [&aim](BusyFolder &folder, bool isTimed) {
             folder.storeCurrentList();
+            if (!isTimed)
+                folder.leaveHalfWritten();
             Moment moment(aim.next(), folder, isTimed);
             StartedProgram started(program, folder.path());
             moment.wait();
@@ -142,16 +149,49 @@ private Q_SLOTS:
         aStartAfterwardsWorksWell(folders.front());
     }
 
+    void anAgentKilledWhileItWritesLosesNothing()
+    {
+        std::deque<BusyFolder> folders(manyAtOnce());
+        const NotificationScreen screen(m_bus);
+        const auto duration = untilAnnounced(folders.front(), {});
+        QVERIFY(duration);
+        Aim aim(*duration);
+        killOften(folders, aim, timesIfLong(5), [&aim](BusyFolder &folder, bool isTimed) {
+            folder.storeCurrentList();
+            folder.announceVersion(u"99.1"_s);
+            if (!isTimed)
+                folder.leaveHalfWritten();
+            // It writes little: the first write is the one.
+            constexpr Aim::Shot first{2'000, 2'000};
+            Moment moment(isTimed ? aim.next() : first, folder, isTimed);
+            StartedProgram unattended(agent, folder.path());
+            moment.wait();
+            // It may have done all that it had to do.
+            if (!kill(unattended) && unattended.exitStatus() != 0)
+                return u"it ended by itself"_s;
+            const QString announced = folder.announcedVersion();
+            aim.came(announced.isEmpty(), folder.wasInterrupted(), isTimed);
+            if (!announced.isEmpty() && !announced.contains(u"99.1"_s))
+                return u"announced is "_s + announced;
+            return folder.stage() == 1 ? moment.fault() : u"another list"_s;
+        });
+        aim.report("announcements of the agent alone");
+        QVERIFY(aim.hasHitWritesOften(timesIfLong(5)));
+        aStartAfterwardsWorksWell(folders.front());
+    }
+
     void applicationAndAgentKilledWhileBothWriteLoseNothing()
     {
         std::deque<BusyFolder> folders(manyAtOnce());
         const NotificationScreen screen(m_bus);
-        const auto duration = untilAnnounced(folders.front());
+        const auto duration = untilAnnounced(folders.front(), program);
         QVERIFY(duration);
         Aim aim(*duration);
         killOften(folders, aim, timesIfLong(5), [&aim](BusyFolder &folder, bool isTimed) {
             folder.storeOldList();
             folder.announceVersion(u"99.1"_s);
+            if (!isTimed)
+                folder.leaveHalfWritten();
             Moment moment(aim.next(), folder, isTimed);
             StartedProgram window(program, folder.path());
             StartedProgram unattended(agent, folder.path());
@@ -224,23 +264,28 @@ private:
         return millisecondsUntil([&] { return folder.stage() >= stage; });
     }
 
-    static std::optional<qint64> untilAnnounced(BusyFolder &folder)
+    /** The same for the agent, with @p beside running, if that is a program. */
+    static std::optional<qint64> untilAnnounced(BusyFolder &folder, const QString &beside)
     {
         folder.storeOldList();
         folder.announceVersion(u"98"_s);
-        const StartedProgram window(program, folder.path());
+        std::optional<StartedProgram> window;
+        if (!beside.isEmpty())
+            window.emplace(beside, folder.path());
         const StartedProgram unattended(agent, folder.path());
         return millisecondsUntil([&] { return !folder.announcedVersion().isEmpty(); });
     }
 
-    /** Neither a lock nor a half-written file is in its way. */
+    /** Neither a lock nor a half-written file is in its way, and none stays. */
     static void aStartAfterwardsWorksWell(BusyFolder &folder)
     {
         folder.storeOldList();
+        folder.leaveHalfWritten();
         const StartedProgram started(program, folder.path());
         QTRY_VERIFY_WITH_TIMEOUT(folder.stage() >= 1, 20'000);
         QTRY_VERIFY_WITH_TIMEOUT(
             folder.preferences().value(u"protectionRequested"_s).toBool(), 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(!folder.hasHalfWritten(), 20'000);
         QCOMPARE(folder.damage(), QString());
         QVERIFY(started.isRunning());
     }

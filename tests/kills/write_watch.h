@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <poll.h>
 #include <QByteArray>
 #include <QDeadlineTimer>
@@ -16,12 +17,13 @@ class WriteWatch
 {
 public:
     enum Event : uint32_t {
-        Begun = IN_CREATE | IN_MODIFY, ///< a file was made, or what is left of one is overwritten
+        Begun = IN_CREATE | IN_MODIFY, ///< a file's new content, which has a name of its own
         Done = IN_MOVED_TO, ///< a file was put in its place
     };
 
     WriteWatch(const QString &folder, Event event)
         : m_descriptor(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+        , m_ending(event == Begun ? ".new" : "")
     {
         if (::inotify_add_watch(m_descriptor, QFile::encodeName(folder).constData(), event) < 0)
             qFatal("%s cannot be watched", qUtf8Printable(folder));
@@ -33,21 +35,42 @@ public:
     /** Forgets what happened so far. */
     void forget() const
     {
-        std::array<char, 4096> forgotten{};
-        while (::read(m_descriptor, forgotten.data(), forgotten.size()) > 0) { }
+        while (readSome()) { }
     }
 
     /** Waits until it has happened since the last call, or until the end; true if it has. */
     [[nodiscard]] bool wait(QDeadlineTimer end) const
     {
         pollfd asked{m_descriptor, POLLIN, 0};
-        const bool happened = ::poll(&asked, 1, int(end.remainingTime())) > 0;
-        forget();
-        return happened;
+        while (::poll(&asked, 1, int(end.remainingTime())) > 0) {
+            bool happened = false;
+            while (const auto some = readSome())
+                happened = happened || *some;
+            if (happened)
+                return true;
+        }
+        return false;
     }
 
 private:
+    /** True if it was among what happened; nothing if nothing did. */
+    [[nodiscard]] std::optional<bool> readSome() const
+    {
+        alignas(inotify_event) std::array<char, 4096> bytes{};
+        const ssize_t size = ::read(m_descriptor, bytes.data(), bytes.size());
+        if (size <= 0)
+            return std::nullopt;
+        bool happened = false;
+        for (ssize_t at = 0; at < size;) {
+            const auto *event = reinterpret_cast<const inotify_event *>(bytes.data() + at);
+            happened = happened || QByteArray(event->name).endsWith(m_ending);
+            at += ssize_t(sizeof *event + event->len);
+        }
+        return happened;
+    }
+
     const int m_descriptor;
+    const QByteArray m_ending;
 };
 
 } // namespace zorvane::tests
