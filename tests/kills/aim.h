@@ -8,6 +8,13 @@
 namespace zorvane::tests
 {
 
+/** When a program is killed. */
+enum class When {
+    Timed, ///< some time about its write
+    AtTheWrite, ///< at the beginning of that write
+    AtItsFirst, ///< at the beginning of the first write that it makes
+};
+
 /**
  * Finds the moment of a write by the kills that came too early and too late for it; several threads
  * may shoot at the same.
@@ -15,9 +22,10 @@ namespace zorvane::tests
 class Aim
 {
 public:
-    /** @p milliseconds: how long a start took to its write when it was left alone. */
+    /** @p milliseconds: how long a start took to its write when it was left alone; it takes longer
+     * among others. */
     explicit Aim(qint64 milliseconds)
-        : m_delay(milliseconds)
+        : m_delay(milliseconds * 3 / 2)
     {
     }
 
@@ -35,11 +43,10 @@ public:
         return {std::max<qint64>(0, m_delay + error), spread()};
     }
 
-    /** @p isTimed: the kill came after the delay, and not for another reason. */
-    void came(bool tooEarly, bool inBetween, bool isTimed)
+    void came(bool tooEarly, bool inBetween, When when)
     {
         const std::scoped_lock lock(m_mutex);
-        if (isTimed)
+        if (when == When::Timed)
             m_delay += tooEarly ? spread() : -spread();
         ++(tooEarly ? m_early : m_late);
         m_between += inBetween ? 1 : 0;
@@ -60,7 +67,7 @@ public:
      * of five in as many rounds as were wanted, or more. */
     [[nodiscard]] bool hasHitWritesOften(int rounds) const
     {
-        return m_early > 0 && m_late > 0 && m_between >= std::max(1, rounds / 5);
+        return m_early > 0 && m_late > 0 && m_between >= std::max(1, rounds / 10);
     }
     void report(const char *what) const
     {

@@ -1,7 +1,7 @@
 #include "desktop_bus/notification_screen.h"
 #include "kills/aim.h"
 #include "kills/busy_folder.h"
-#include "kills/write_watch.h"
+#include "kills/moment.h"
 #include "long/times.h"
 #include "platform/started_program.h"
 
@@ -22,6 +22,8 @@ namespace
 
 const QString program = QStringLiteral(ZORVANE_PROGRAM);
 const QString agent = QStringLiteral(ZORVANE_UPDATE_AGENT);
+
+const std::vector<When> moments{When::Timed, When::AtItsFirst, When::AtTheWrite};
 
 /** So that none of the processors waits while the others' victims start. */
 size_t manyAtOnce()
@@ -45,48 +47,11 @@ bool kill(StartedProgram &started)
     return started.signal(SIGKILL) && started.endsBy(SIGKILL);
 }
 
-/** The moment of one kill: a time, or the start of the next write after it. Sees what is written
- * until then. */
-class Moment
+/** The same for one that ends when it has done all that it had to do. */
+bool killUnlessDone(StartedProgram &started)
 {
-public:
-    Moment(const Aim::Shot &shot, const BusyFolder &folder, bool isTimed)
-        : m_folder(folder)
-        , m_end(shot.delay - (isTimed ? 0 : shot.spread))
-        , m_longest(4 * shot.spread)
-        , m_begun(folder.state().filePath(u"preferences"_s), WriteWatch::Begun)
-        , m_done(folder.state().filePath(u"preferences"_s), WriteWatch::Done)
-        , m_isTimed(isTimed)
-        , m_snapshots{folder.snapshot()}
-    {
-    }
-
-    void wait()
-    {
-        while (m_done.wait(m_end))
-            m_snapshots.append(m_folder.snapshot());
-        m_begun.forget();
-        if (!m_isTimed)
-            static_cast<void>(m_begun.wait(QDeadlineTimer(m_longest)));
-    }
-
-    /** What is wrong after the kill; empty if nothing is. */
-    [[nodiscard]] QString fault()
-    {
-        m_snapshots.append(m_folder.snapshot());
-        const QString undone = m_folder.undone(m_snapshots);
-        return undone.isEmpty() ? m_folder.damage() : undone;
-    }
-
-private:
-    const BusyFolder &m_folder;
-    const QDeadlineTimer m_end;
-    const qint64 m_longest;
-    const WriteWatch m_begun;
-    const WriteWatch m_done;
-    const bool m_isTimed;
-    QList<QByteArray> m_snapshots;
-};
+    return kill(started) || started.exitStatus() == 0;
+}
 
 } // namespace
 
@@ -107,16 +72,16 @@ private Q_SLOTS:
         const auto duration = untilStage(folders.front(), 1);
         QVERIFY(duration);
         Aim aim(*duration);
-        killOften(folders, aim, timesIfLong(15), [&aim](BusyFolder &folder, bool isTimed) {
+        killOften(folders, aim, timesIfLong(15), moments, [&aim](BusyFolder &folder, When when) {
             folder.storeOldList();
-            if (!isTimed)
+            if (when != When::Timed)
                 folder.leaveHalfWritten();
-            Moment moment(aim.next(), folder, isTimed);
+            Moment moment(aim.next(), folder, when);
             StartedProgram started(program, folder.path());
             moment.wait();
             if (!kill(started))
                 return u"it ended by itself"_s;
-            aim.came(folder.stage() == 0, folder.wasInterrupted(), isTimed);
+            aim.came(folder.stage() == 0, folder.wasInterrupted(), when);
             return folder.stage() >= 0 ? moment.fault() : u"neither list"_s;
         });
         aim.report("saves");
@@ -132,18 +97,19 @@ private Q_SLOTS:
         const auto duration = untilStage(folders.front(), 2);
         QVERIFY(duration);
         Aim aim(*duration);
-        killOften(folders, aim, timesIfLong(5), [&aim](BusyFolder &folder, bool isTimed) {
-            folder.storeCurrentList();
-            if (!isTimed)
-                folder.leaveHalfWritten();
-            Moment moment(aim.next(), folder, isTimed);
-            StartedProgram started(program, folder.path());
-            moment.wait();
-            if (!kill(started))
-                return u"it ended by itself"_s;
-            aim.came(folder.stage() == 1, folder.wasInterrupted(), isTimed);
-            return folder.stage() >= 1 ? moment.fault() : u"neither list"_s;
-        });
+        killOften(folders, aim, timesIfLong(5), {When::Timed, When::AtTheWrite},
+            [&aim](BusyFolder &folder, When when) {
+                folder.storeCurrentList();
+                if (when != When::Timed)
+                    folder.leaveHalfWritten();
+                Moment moment(aim.next(), folder, when);
+                StartedProgram started(program, folder.path());
+                moment.wait();
+                if (!kill(started))
+                    return u"it ended by itself"_s;
+                aim.came(folder.stage() == 1, folder.wasInterrupted(), when);
+                return folder.stage() >= 1 ? moment.fault() : u"neither list"_s;
+            });
         aim.report("merges");
         QVERIFY(aim.hasHitWritesOften(timesIfLong(5)));
         aStartAfterwardsWorksWell(folders.front());
@@ -156,25 +122,24 @@ private Q_SLOTS:
         const auto duration = untilAnnounced(folders.front(), {});
         QVERIFY(duration);
         Aim aim(*duration);
-        killOften(folders, aim, timesIfLong(5), [&aim](BusyFolder &folder, bool isTimed) {
-            folder.storeCurrentList();
-            folder.announceVersion(u"99.1"_s);
-            if (!isTimed)
-                folder.leaveHalfWritten();
-            // It writes little: the first write is the one.
-            constexpr Aim::Shot first{2'000, 2'000};
-            Moment moment(isTimed ? aim.next() : first, folder, isTimed);
-            StartedProgram unattended(agent, folder.path());
-            moment.wait();
-            // It may have done all that it had to do.
-            if (!kill(unattended) && unattended.exitStatus() != 0)
-                return u"it ended by itself"_s;
-            const QString announced = folder.announcedVersion();
-            aim.came(announced.isEmpty(), folder.wasInterrupted(), isTimed);
-            if (!announced.isEmpty() && !announced.contains(u"99.1"_s))
-                return u"announced is "_s + announced;
-            return folder.stage() == 1 ? moment.fault() : u"another list"_s;
-        });
+        killOften(folders, aim, timesIfLong(5), {When::Timed, When::AtItsFirst},
+            [&aim](BusyFolder &folder, When when) {
+                folder.storeCurrentList();
+                folder.announceVersion(u"99.1"_s);
+                if (when != When::Timed)
+                    folder.leaveHalfWritten();
+                Moment moment(aim.next(), folder, when);
+                StartedProgram unattended(agent, folder.path());
+                moment.wait();
+                // It may have done all that it had to do.
+                if (!kill(unattended) && unattended.exitStatus() != 0)
+                    return u"it ended by itself"_s;
+                const QString announced = folder.announcedVersion();
+                aim.came(announced.isEmpty(), folder.wasInterrupted(), when);
+                if (!announced.isEmpty() && !announced.contains(u"99.1"_s))
+                    return u"announced is "_s + announced;
+                return folder.stage() == 1 ? moment.fault() : u"another list"_s;
+            });
         aim.report("announcements of the agent alone");
         QVERIFY(aim.hasHitWritesOften(timesIfLong(5)));
         aStartAfterwardsWorksWell(folders.front());
@@ -187,21 +152,20 @@ private Q_SLOTS:
         const auto duration = untilAnnounced(folders.front(), program);
         QVERIFY(duration);
         Aim aim(*duration);
-        killOften(folders, aim, timesIfLong(5), [&aim](BusyFolder &folder, bool isTimed) {
+        killOften(folders, aim, timesIfLong(5), moments, [&aim](BusyFolder &folder, When when) {
             folder.storeOldList();
             folder.announceVersion(u"99.1"_s);
-            if (!isTimed)
+            if (when != When::Timed)
                 folder.leaveHalfWritten();
-            Moment moment(aim.next(), folder, isTimed);
+            Moment moment(aim.next(), folder, when);
             StartedProgram window(program, folder.path());
             StartedProgram unattended(agent, folder.path());
             moment.wait();
-            // The agent may have done all that it had to do.
-            const bool agentEnded = kill(unattended) || unattended.exitStatus() == 0;
+            const bool agentEnded = killUnlessDone(unattended);
             if (!kill(window) || !agentEnded)
                 return u"one of them ended by itself"_s;
             const QString announced = folder.announcedVersion();
-            aim.came(announced.isEmpty(), folder.wasInterrupted(), isTimed);
+            aim.came(announced.isEmpty(), folder.wasInterrupted(), when);
             if (!announced.isEmpty() && !announced.contains(u"99.1"_s))
                 return u"announced is "_s + announced;
             return folder.stage() >= 0 ? moment.fault() : u"neither list"_s;
@@ -228,18 +192,19 @@ private Q_SLOTS:
 
 private:
     /**
-     * Kills @p rounds programs, one at a time in each folder. @p kill starts one and says what is
-     * wrong afterwards; every other one dies when it writes, and not just some time about then.
+     * Kills @p rounds programs, one at a time in each folder, at these moments in turn. @p kill
+     * starts one and says what is wrong afterwards.
      */
     template <typename Kill>
-    static void killOften(std::deque<BusyFolder> &folders, Aim &aim, int rounds, Kill kill)
+    static void killOften(std::deque<BusyFolder> &folders, Aim &aim, int rounds,
+        const std::vector<When> &moments, Kill kill)
     {
         std::vector<std::future<QString>> killers;
         for (BusyFolder &folder : folders) {
-            const auto killer = [&folder, &aim, rounds, kill] {
+            const auto killer = [&folder, &aim, rounds, moments, kill] {
                 QString fault;
-                for (bool isTimed = true; fault.isEmpty() && aim.goesOn(rounds); isTimed = !isTimed)
-                    fault = kill(folder, isTimed);
+                for (size_t i = 0; fault.isEmpty() && aim.goesOn(rounds); ++i)
+                    fault = kill(folder, moments.at(i % moments.size()));
                 return fault;
             };
             killers.push_back(std::async(std::launch::async, killer));
