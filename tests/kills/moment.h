@@ -21,8 +21,8 @@ public:
                   : when == When::AtTheWrite ? std::max<qint64>(0, shot.delay - shot.spread)
                                              : shot.delay)
         , m_longest(when == When::AtItsFirst ? 8'000 : 4 * shot.spread)
-        , m_begun(folder.state().filePath(u"preferences"_s), WriteWatch::Begun)
-        , m_done(folder.state().filePath(u"preferences"_s), WriteWatch::Done)
+        , m_begun(folder.state().filePath(QStringLiteral("preferences")), WriteWatch::Begun)
+        , m_done(folder.state().filePath(QStringLiteral("preferences")), WriteWatch::Done)
         , m_when(when)
         , m_snapshots{folder.snapshot()}
     {
