@@ -186,11 +186,9 @@ private Q_SLOTS:
         addProgram("Helpers/changing", "changing");
         const ChangingProgram changing(in("Helpers/changing"), program("changing"));
         // The folders are read while it changes,
-        constexpr int itemsOfALook = 4;
-        const WatchedWalk walk(*m_reading.walk, [&](int before) {
-            if (before % itemsOfALook == 0)
-                changing.awaitChange();
-        });
+        constexpr int some = 4;
+        const WatchedWalk walk(*m_reading.walk,
+            [&](int before) { before % some == 0 ? changing.awaitChange() : void(); });
         // and so is the file itself, in as many rounds as it takes for that.
         int changedWhileRead = 0;
         const WatchedSignatures signatures(*m_reading.signatures, [&](int, const auto &reading) {
@@ -206,7 +204,7 @@ private Q_SLOTS:
                 found == QStringList{u"tool"_s} || found == (QStringList{u"changing"_s, u"tool"_s}),
                 qPrintable(found.join(u' ')));
         }
-        QVERIFY(walk.items() >= itemsOfALook * rounds);
+        QVERIFY(walk.items() >= some * rounds);
         QVERIFY(changedWhileRead > 0);
     }
 
