@@ -67,7 +67,7 @@ public:
      * of five in as many rounds as were wanted, or more. */
     [[nodiscard]] bool hasHitWritesOften(int rounds) const
     {
-        return m_early > 0 && m_late > 0 && m_between >= std::max(1, rounds / 10);
+        return m_early > 0 && m_late > 0 && m_between >= std::max(1, rounds / 20);
     }
     void report(const char *what) const
     {
