@@ -63,8 +63,8 @@ public:
         return result;
     }
 
-    /** True if kills came before the write, in the middle of one, and after it; in the middle one
-     * of five in as many rounds as were wanted, or more. */
+    /** True if kills came before the write, in the middle of one, and after it; in the middle at
+     * least once in twenty of the wanted rounds. */
     [[nodiscard]] bool hasHitWritesOften(int rounds) const
     {
         return m_early > 0 && m_late > 0 && m_between >= std::max(1, rounds / 20);
