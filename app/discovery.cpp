@@ -123,7 +123,8 @@ void Discovery::found(const Findings &findings)
     m_discoveryRefreshTask = false;
     if (findings.nothingNew)
         return;
-    m_seen = findings.seen;
+    // What a merge leads to is not known yet, and what it changed may be taken back.
+    m_seen = findings.merged ? Seen() : findings.seen;
     m_discoveredProcesses = findings.seen.recent.processes;
     m_components = findings.components;
     // Told first: the components were made for these records.

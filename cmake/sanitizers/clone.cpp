@@ -4,8 +4,10 @@
 // QProcess starts a program from a child that shares our memory until it runs it. The sanitizer
 // takes such a child for a fork of a program with threads, and from then on hears of no lock in the
 // thread whose state the two share: our own. The C library's clone() does not touch that state.
+// Like that one, this reads all that may follow, whether it was passed or not.
 
 #include <cstdarg>
+#include <cstdlib>
 #include <sched.h>
 #include <sys/types.h>
 
@@ -15,6 +17,9 @@ extern "C" int __clone(int (*run)(void *), void *stack, int flags, void *argumen
 
 extern "C" int clone(int (*run)(void *), void *stack, int flags, void *argument, ...) noexcept
 {
+    // A child with memory of its own would need what the sanitizer does for a fork.
+    if ((flags & CLONE_VM) == 0)
+        std::abort();
     va_list rest;
     va_start(rest, argument);
     pid_t *const parent = va_arg(rest, pid_t *);

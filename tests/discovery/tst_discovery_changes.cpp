@@ -52,6 +52,21 @@ private Q_SLOTS:
         QCOMPARE(f.auxiliary().size(), 1);
     }
 
+    void aRecordThatIsAgainWhatItWasBeforeItsMergeMakesTheNextPassWhole()
+    {
+        DiscoveryFixture f({tool()});
+        f.start();
+        const auto before = f.store->applications().constFirst();
+        f.observe({helper(u"helper"_s)});
+        f.pass();
+        QCOMPARE(f.auxiliary().size(), 1);
+        f.store->remove(f.store->applications().constFirst());
+        f.store->add(before);
+        QCOMPARE(f.store->applications(), QList{before});
+        f.pass();
+        QCOMPARE(f.auxiliary().size(), 1);
+    }
+
     void aReinspectedApplicationMakesTheNextPassWhole()
     {
         auto stale = sampleApplication(u"Tool"_s, u"com.example.Tool"_s, u"OLD"_s);

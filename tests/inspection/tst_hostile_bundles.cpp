@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <iterator>
+#include <QDeadlineTimer>
 #include <QTest>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -41,8 +42,7 @@ void someMoments()
 
 } // namespace
 
-/** Bundles made to hang, exhaust or mislead whoever reads them, through the ports of this system.
- */
+/** Bundles made to hang, exhaust or mislead whoever reads them, through this system's ports. */
 class TestHostileBundles : public QObject
 {
     Q_OBJECT
@@ -197,8 +197,8 @@ private Q_SLOTS:
             changedWhileRead += changing.changes() != before ? 1 : 0;
         });
         const int rounds = timesIfLong(40);
-        constexpr int patience = 20;
-        for (int i = 0; i < rounds || (changedWhileRead == 0 && i < patience * rounds); ++i) {
+        const QDeadlineTimer patience(30'000);
+        for (int i = 0; i < rounds || (changedWhileRead == 0 && !patience.hasExpired()); ++i) {
             const QStringList found = helpersIn(inspect(walk, signatures));
             QVERIFY2(
                 found == QStringList{u"tool"_s} || found == (QStringList{u"changing"_s, u"tool"_s}),

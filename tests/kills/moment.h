@@ -32,7 +32,8 @@ public:
     {
         while (m_done.wait(m_end))
             m_snapshots.append(m_folder.snapshot());
-        m_begun.forget();
+        if (m_when == When::AtTheWrite)
+            m_begun.forget();
         if (m_when != When::Timed)
             static_cast<void>(m_begun.wait(QDeadlineTimer(m_longest)));
     }

@@ -185,7 +185,7 @@ private Q_SLOTS:
             const StartedProgram window(program, folder.path());
             const StartedProgram unattended(agent, folder.path());
             QTRY_VERIFY_WITH_TIMEOUT(
-                folder.stage() >= 1 && !folder.announcedVersion().isEmpty(), 20'000);
+                folder.stage() >= 1 && !folder.announcedVersion().isEmpty(), 30'000);
             QCOMPARE(folder.damage(), QString());
         }
     }
@@ -247,10 +247,10 @@ private:
         folder.storeOldList();
         folder.leaveHalfWritten();
         const StartedProgram started(program, folder.path());
-        QTRY_VERIFY_WITH_TIMEOUT(folder.stage() >= 1, 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(folder.stage() >= 1, 30'000);
         QTRY_VERIFY_WITH_TIMEOUT(
-            folder.preferences().value(u"protectionRequested"_s).toBool(), 20'000);
-        QTRY_VERIFY_WITH_TIMEOUT(!folder.hasHalfWritten(), 20'000);
+            folder.preferences().value(u"protectionRequested"_s).toBool(), 30'000);
+        QTRY_VERIFY_WITH_TIMEOUT(!folder.hasHalfWritten(), 30'000);
         QCOMPARE(folder.damage(), QString());
         QVERIFY(started.isRunning());
     }

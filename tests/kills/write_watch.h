@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cerrno>
 #include <optional>
 #include <poll.h>
 #include <QByteArray>
@@ -42,14 +43,18 @@ public:
     [[nodiscard]] bool wait(QDeadlineTimer end) const
     {
         pollfd asked{m_descriptor, POLLIN, 0};
-        while (::poll(&asked, 1, int(end.remainingTime())) > 0) {
+        for (;;) {
+            const int ready = ::poll(&asked, 1, int(end.remainingTime()));
+            if (ready < 0 && errno == EINTR)
+                continue;
+            if (ready <= 0)
+                return false;
             bool happened = false;
             while (const auto some = readSome())
                 happened = happened || *some;
             if (happened)
                 return true;
         }
-        return false;
     }
 
 private:
@@ -63,7 +68,8 @@ private:
         bool happened = false;
         for (ssize_t at = 0; at < size;) {
             const auto *event = reinterpret_cast<const inotify_event *>(bytes.data() + at);
-            happened = happened || QByteArray(event->name).endsWith(m_ending);
+            // It has no name if it tells of the watch itself.
+            happened = happened || (event->len > 0 && QByteArray(event->name).endsWith(m_ending));
             at += ssize_t(sizeof *event + event->len);
         }
         return happened;

@@ -6,7 +6,10 @@
 
 #include <QList>
 
-/** @file What has to become of records, told a second time and as plainly as the rules are stated.
+/**
+ * @file
+ * What has to become of records, told a second time and as plainly as the rules are stated: for the
+ * texts of the models, which are plain ASCII, and paths that need no tidying.
  */
 namespace zorvane::tests
 {

@@ -42,7 +42,7 @@ inline QString modelledName(int number)
 inline records::BlockedApplication modelledApplication(int number)
 {
     auto application = sampleApplication(modelledName(number), modelledIdentifier(number));
-    application.id = QUuid::createUuid();
+    application.id = QUuid::createUuidV5(QUuid(), QString::number(number));
     application.path = modelledPath(number);
     switch (number / modelledApplications % 8) {
     case 0:

@@ -91,14 +91,20 @@ void ModelledSystem::recover()
 
 void ModelledSystem::comeToRest()
 {
-    constexpr int rounds = 40;
+    // Several inspections of the same records may each undo what a pass has merged: the passes
+    // after the last of them make up for it.
+    constexpr auto somePasses = std::chrono::seconds(60);
+    constexpr int mostRounds = 1000;
     auto &held = m_system.filterManager.held;
-    for (int round = 0; round < rounds; ++round) {
+    std::chrono::seconds passed(0);
+    for (int round = 0; passed < somePasses && round < mostRounds; ++round) {
         while (!held.isEmpty())
             held.takeFirst()();
         m_system.scheduler.settle();
-        if (held.isEmpty())
-            m_system.scheduler.advance(std::chrono::seconds(1));
+        if (!held.isEmpty())
+            continue;
+        m_system.scheduler.advance(std::chrono::seconds(1));
+        ++passed;
     }
 }
 

@@ -84,10 +84,25 @@ void Reinspections::made(const Applications &before, const Applications &after, 
         run = std::ranges::find_if(m_runs, fits);
     if (run == m_runs.end())
         return;
+    // It may have been any of those that fit: what this one saw, another may still bring.
+    for (Run &other : m_runs) {
+        if (&other != &*run && fits(other))
+            inherit(other, *run);
+    }
     if (isSure)
         m_runs.erase(run);
     else
         run->mayHaveEnded = true;
+}
+
+void Reinspections::inherit(Run &heir, const Run &run)
+{
+    for (auto stale = heir.records.begin(); stale != heir.records.end(); ++stale) {
+        for (const Inspected &result : run.records.value(stale.key()).results) {
+            if (!stale->results.contains(result))
+                stale->results.append(result);
+        }
+    }
 }
 
 bool Reinspections::areUnderWay() const

@@ -37,6 +37,7 @@ private:
     };
 
     static bool canMake(const Run &run, const Applications &before, const Applications &after);
+    static void inherit(Run &heir, const Run &run);
 
     QList<Run> m_runs;
 };

@@ -28,7 +28,7 @@ public:
         if (step.action <= CheckForUpdates)
             use(step);
         else if (step.action <= FailActivation)
-            m_world.answers().answer(step);
+            answer(step);
         else
             broken = go(step, mightFail);
         // Another write is on its way then, too.
@@ -78,6 +78,14 @@ private:
         default:
             break;
         }
+    }
+
+    void answer(const Step &step)
+    {
+        // It may be the launch's answer that comes once more.
+        if (step.action == Repeat)
+            m_world.launchIsAnsweredAgain();
+        m_world.answers().answer(step);
     }
 
     QString rest(bool mightFail)

@@ -34,6 +34,7 @@ public:
 
     /** To be called after each step. @p mayFail: its write, or the last before it, may. */
     void stepEnded(bool mayFail);
+    void launchIsAnsweredAgain() { m_launchIsUnanswered = true; }
     /** Lets everything come to rest; returns what is wrong then. */
     [[nodiscard]] QString rested();
     /** The same for the rules, if a write of them is known to have gone well. */

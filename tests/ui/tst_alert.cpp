@@ -172,6 +172,7 @@ private Q_SLOTS:
                                   << u"A"_s + face.repeated(99) + u"…"_s + face.repeated(37)
                 + closing;
         QTest::newRow("many lines") << u"A\n\r"_s.repeated(40) << u"A "_s.repeated(40) + closing;
+        QTest::newRow("a few lines") << u"A\nB"_s << u"A\nB"_s + closing;
     }
 
     void whatIsSaidOfAnEndlessNameCanBeRead()

@@ -9,8 +9,12 @@ Label {
 
     required property string message
     readonly property int longest: 300
+    readonly property int mostLines: 6
 
     function legible(message: string): string {
+        const lines = message.split(/[\n\r\u2028\u2029]/).length;
+        if (message.length <= root.longest && lines <= root.mostLines)
+            return message;
         const line = message.replace(/[\n\r\u2028\u2029]+/g, " ");
         if (line.length <= root.longest)
             return line;
@@ -21,6 +25,8 @@ Label {
     }
 
     wrapMode: Text.Wrap
+    // For letters that are very wide.
+    elide: Text.ElideRight
     text: root.legible(root.message)
 
     Accessible.name: root.message
