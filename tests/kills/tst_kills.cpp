@@ -192,19 +192,19 @@ private Q_SLOTS:
 
 private:
     /**
-     * Kills @p rounds programs, one at a time in each folder, at these moments in turn. @p kill
+     * Kills @p rounds programs, one at a time in each folder, at @p times in turn. @p kill
      * starts one and says what is wrong afterwards.
      */
     template <typename Kill>
     static void killOften(std::deque<BusyFolder> &folders, Aim &aim, int rounds,
-        const std::vector<When> &moments, Kill kill)
+        const std::vector<When> &times, Kill kill)
     {
         std::vector<std::future<QString>> killers;
         for (BusyFolder &folder : folders) {
-            const auto killer = [&folder, &aim, rounds, moments, kill] {
+            const auto killer = [&folder, &aim, rounds, times, kill] {
                 QString fault;
                 for (size_t i = 0; fault.isEmpty() && aim.goesOn(rounds); ++i)
-                    fault = kill(folder, moments.at(i % moments.size()));
+                    fault = kill(folder, times.at(i % times.size()));
                 return fault;
             };
             killers.push_back(std::async(std::launch::async, killer));

@@ -11,8 +11,8 @@ namespace zorvane::tests
 
 using records::BlockedApplication;
 
-ListChanges::ListChanges(const Applications &stored, ObservedProcesses &observed)
-    : m_stored(stored)
+ListChanges::ListChanges(Applications stored, ObservedProcesses &observed)
+    : m_stored(std::move(stored))
     , m_observed(&observed)
 {
 }

@@ -17,7 +17,7 @@ class ListChanges
 {
 public:
     /** @p observed outlives this. */
-    ListChanges(const Applications &stored, ObservedProcesses &observed);
+    ListChanges(Applications stored, ObservedProcesses &observed);
 
     /** The next addition, or the next refusal, is of this item. */
     void dropped(const QString &path) { m_drop.dropped(path); }
