@@ -169,12 +169,12 @@ void Gallery::drawOtherWindows()
 
 int main(int argc, char *argv[])
 {
-    QGuiApplication application(argc, argv);
-    if (application.arguments().size() != 2) {
+    const QGuiApplication application(argc, argv);
+    if (QGuiApplication::arguments().size() != 2) {
         QTextStream(stderr) << "usage: ui_gallery FOLDER\n";
         return 2;
     }
-    const auto folder = application.arguments().at(1);
+    const auto folder = QGuiApplication::arguments().at(1);
     if (!QDir().mkpath(folder))
         return 1;
     Gallery(folder).draw();

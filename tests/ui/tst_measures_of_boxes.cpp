@@ -163,16 +163,16 @@ private Q_SLOTS:
     {
         beginMeasures();
         addMeasures(u"main window"_s, states::empty, mainWindow);
-        const auto page = [](int number) { return [=] { return states::guide(number); }; };
-        addMeasures(u"guide"_s, page(3), guide);
-        addMeasures(u"guide, first page"_s, page(0),
+        const auto guideAt = [](int number) { return [=] { return states::guide(number); }; };
+        addMeasures(u"guide"_s, guideAt(3), guide);
+        addMeasures(u"guide, first page"_s, guideAt(0),
             Measures{of(u"Back"_s, button(u"Back"_s), "enabled", false),
                 of(u"Back"_s, button(u"Back"_s), "opacity", 0.4)});
         const QStringList symbols{u"shield.lefthalf.filled"_s, u"arrow.down.app.fill"_s,
             u"switch.2"_s, u"app.dashed"_s, u"questionmark.circle"_s};
         for (int number = 0; number < symbols.size(); ++number)
             addMeasures(
-                u"guide, page %1"_s.arg(number + 1), page(number), anyPage(symbols.at(number)));
+                u"guide, page %1"_s.arg(number + 1), guideAt(number), anyPage(symbols.at(number)));
         addMeasures(u"alert"_s, states::alerted, alert);
         addMeasures(u"settings"_s, states::settings, settings);
         addMeasures(u"settings with an update"_s, states::settingsWithUpdate,
