@@ -74,15 +74,7 @@ private Q_SLOTS:
         Aim aim(*duration);
         killOften(folders, aim, timesIfLong(15), moments, [&aim](BusyFolder &folder, When when) {
             folder.storeOldList();
-            if (when != When::Timed)
-                folder.leaveHalfWritten();
-            Moment moment(aim.next(), folder, when);
-            StartedProgram started(program, folder.path());
-            moment.wait();
-            if (!kill(started))
-                return u"it ended by itself"_s;
-            aim.came(folder.stage() == 0, folder.wasInterrupted(), when);
-            return folder.stage() >= 0 ? moment.fault() : u"neither list"_s;
+            return faultAfterKill(folder, 0, aim, when);
         });
         aim.report("saves");
         QVERIFY(aim.hasHitWritesOften(timesIfLong(15)));
@@ -100,15 +92,7 @@ private Q_SLOTS:
         killOften(folders, aim, timesIfLong(5), {When::Timed, When::AtTheWrite},
             [&aim](BusyFolder &folder, When when) {
                 folder.storeCurrentList();
-                if (when != When::Timed)
-                    folder.leaveHalfWritten();
-                Moment moment(aim.next(), folder, when);
-                StartedProgram started(program, folder.path());
-                moment.wait();
-                if (!kill(started))
-                    return u"it ended by itself"_s;
-                aim.came(folder.stage() == 1, folder.wasInterrupted(), when);
-                return folder.stage() >= 1 ? moment.fault() : u"neither list"_s;
+                return faultAfterKill(folder, 1, aim, when);
             });
         aim.report("merges");
         QVERIFY(aim.hasHitWritesOften(timesIfLong(5)));
@@ -131,8 +115,7 @@ private Q_SLOTS:
                 Moment moment(aim.next(), folder, when);
                 StartedProgram unattended(agent, folder.path());
                 moment.wait();
-                // It may have done all that it had to do.
-                if (!kill(unattended) && unattended.exitStatus() != 0)
+                if (!killUnlessDone(unattended))
                     return u"it ended by itself"_s;
                 const QString announced = folder.announcedVersion();
                 aim.came(announced.isEmpty(), folder.wasInterrupted(), when);
@@ -216,6 +199,20 @@ private:
             const QString fault = killer.get();
             QVERIFY2(fault.isEmpty(), qPrintable(fault));
         }
+    }
+
+    /** Kills the program while it brings the list on from @p stage; what is wrong then. */
+    static QString faultAfterKill(BusyFolder &folder, int stage, Aim &aim, When when)
+    {
+        if (when != When::Timed)
+            folder.leaveHalfWritten();
+        Moment moment(aim.next(), folder, when);
+        StartedProgram started(program, folder.path());
+        moment.wait();
+        if (!kill(started))
+            return u"it ended by itself"_s;
+        aim.came(folder.stage() == stage, folder.wasInterrupted(), when);
+        return folder.stage() >= stage ? moment.fault() : u"neither list"_s;
     }
 
     /** How long a start takes to bring the list to this stage. */
