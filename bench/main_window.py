@@ -31,7 +31,7 @@ LISTED = 20
 
 
 # The preferences of a person who has read the guide and blocks nothing yet.
-NOTHING_LISTED = plistlib.dumps({"hasCompletedOnboarding": True})
+NOTHING_LISTED = plistlib.dumps({"hasCompletedOnboarding": True}, fmt=plistlib.FMT_BINARY)
 
 
 def saved_list():
@@ -55,7 +55,7 @@ def saved_list():
         }
         for number in range(LISTED)
     ]
-    return plistlib.dumps({
+    return plistlib.dumps(fmt=plistlib.FMT_BINARY, value={
         "hasCompletedOnboarding": True,
         "protectionRequested": True,
         "blockedApplications": json.dumps(records).encode(),

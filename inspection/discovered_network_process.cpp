@@ -3,9 +3,11 @@
 #include "app/records/json_reading.h"
 
 #include <algorithm>
+#include <functional>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -70,6 +72,29 @@ DiscoveredNetworkProcess readProcess(json::Element element)
     return process;
 }
 
+/** Orders what is still small, the documents of the records, and then makes each in its place. */
+QList<DiscoveredNetworkProcess> readProcesses(json::Element root)
+{
+    struct Dated {
+        ReferenceSeconds lastSeenAt;
+        json::Element document;
+    };
+    const json::Array documents = json::asArray(root);
+    std::vector<Dated> dated;
+    dated.reserve(documents.size());
+    for (const json::Element document : documents) {
+        const auto name = fieldNames.at(LastSeenAt);
+        dated.emplace_back(
+            json::required(json::asObject(document), name, json::asNumber), document);
+    }
+    std::ranges::stable_sort(dated, std::greater(), &Dated::lastSeenAt);
+    QList<DiscoveredNetworkProcess> processes;
+    processes.reserve(static_cast<qsizetype>(dated.size()));
+    for (const Dated &each : dated)
+        processes.append(readProcess(each.document));
+    return processes;
+}
+
 /** Qt writes large whole numbers without an exponent; beyond 64 bits nobody could read them. */
 double writable(ReferenceSeconds time)
 {
@@ -128,7 +153,7 @@ QByteArray encodedProcesses(const QList<DiscoveredNetworkProcess> &processes)
 
 std::optional<QList<DiscoveredNetworkProcess>> decodedProcesses(QByteArrayView text)
 {
-    return json::decode(text, [](json::Element root) { return json::listOf(root, readProcess); });
+    return json::decode(text, readProcesses);
 }
 
 } // namespace zorvane::inspection

@@ -48,7 +48,10 @@ struct DiscoveredNetworkProcess {
  */
 [[nodiscard]] QByteArray encodedProcesses(const QList<DiscoveredNetworkProcess> &processes);
 
-/** Reads the stored form; nothing if any record is incomplete or anything has a wrong type. */
+/**
+ * Reads the stored form, the most recently seen first, as stored where two were seen at the same
+ * time. Nothing if any record is incomplete or anything has a wrong type.
+ */
 [[nodiscard]] std::optional<QList<DiscoveredNetworkProcess>> decodedProcesses(QByteArrayView text);
 
 } // namespace zorvane::inspection

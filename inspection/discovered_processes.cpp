@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -16,21 +17,6 @@ constexpr ReferenceSeconds thirtyDays = 2'592'000;
 /** Serialises every reading and decoding of the shared domain in this process. */
 std::mutex readLock; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-/** Sorts times and positions instead of the records, which are many times as large. */
-QList<DiscoveredNetworkProcess> mostRecentFirst(QList<DiscoveredNetworkProcess> processes)
-{
-    std::vector<std::pair<ReferenceSeconds, qsizetype>> order;
-    order.reserve(static_cast<size_t>(processes.size()));
-    for (const DiscoveredNetworkProcess &process : processes)
-        order.emplace_back(-process.lastSeenAt, static_cast<qsizetype>(order.size()));
-    std::ranges::sort(order);
-    QList<DiscoveredNetworkProcess> sorted;
-    sorted.reserve(processes.size());
-    for (const auto &[time, position] : order)
-        sorted.append(std::move(processes[position]));
-    return sorted;
-}
-
 } // namespace
 
 bool RecentProcesses::holdAt(ReferenceSeconds now) const
@@ -41,20 +27,17 @@ bool RecentProcesses::holdAt(ReferenceSeconds now) const
 
 RecentProcesses recentProcesses(QByteArrayView text, ReferenceSeconds now)
 {
-    RecentProcesses recent;
-    const ReferenceSeconds cutOff = now - thirtyDays;
-    recent.processes = decodedProcesses(text).value_or(QList<DiscoveredNetworkProcess>());
-    recent.processes.removeIf([&](const DiscoveredNetworkProcess &process) {
-        const bool tooOld = process.lastSeenAt < cutOff;
-        if (tooOld)
-            recent.newestDropped
-                = std::max(recent.newestDropped.value_or(process.lastSeenAt), process.lastSeenAt);
-        else
-            recent.oldestKept
-                = std::min(recent.oldestKept.value_or(process.lastSeenAt), process.lastSeenAt);
-        return tooOld;
-    });
-    recent.processes = mostRecentFirst(std::move(recent.processes));
+    RecentProcesses recent{
+        decodedProcesses(text).value_or(QList<DiscoveredNetworkProcess>()), {}, {}};
+    const auto isRecent = [cutOff = now - thirtyDays](const DiscoveredNetworkProcess &process) {
+        return process.lastSeenAt >= cutOff;
+    };
+    const auto tooOld = std::ranges::partition_point(std::as_const(recent.processes), isRecent);
+    if (tooOld != recent.processes.cend())
+        recent.newestDropped = tooOld->lastSeenAt;
+    recent.processes.erase(tooOld, recent.processes.cend());
+    if (!recent.processes.isEmpty())
+        recent.oldestKept = recent.processes.constLast().lastSeenAt;
     return recent;
 }
 
