@@ -1,16 +1,22 @@
 // A discovery pass over many processes and applications, against the plain rule applied to each
 // pair and against the JSON library's bare parse.
 
+#include "app/app_block_store.h"
 #include "app/observed_identities.h"
+#include "app/records/blocked_application_json.h"
 #include "app/records/paths.h"
+#include "bench/report.h"
 #include "inspection/discovered_processes.h"
 #include "inspection/process_matching.h"
-#include "report.h"
+#include "tests/fakes/fake_platform.h"
+#include "ui/blocked_apps_model.h"
 
+#include <QCoreApplication>
 #include <QRandomGenerator>
 #include <simdjson.h>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace zorvane;
 using inspection::DiscoveredNetworkProcess;
 using records::BlockedApplication;
@@ -55,7 +61,8 @@ QList<DiscoveredNetworkProcess> processes()
     for (int i = 0; i < processCount; ++i) {
         const int owner = random.bounded(applicationCount * 2); // half of them belong to nobody
         DiscoveredNetworkProcess process;
-        process.signingIdentifier = identifier(owner, random.bounded(identitiesEach));
+        // Some were not there when the application was inspected: its record takes them in.
+        process.signingIdentifier = identifier(owner, random.bounded(identitiesEach + 2));
         process.teamIdentifier = u"TEAM%1"_s.arg(owner);
         process.executablePath
             = u"/Applications/Folder %1/Application %2.app/Contents/MacOS/Helper %3"_s
@@ -95,6 +102,45 @@ qsizetype plainPass(
     return changed;
 }
 
+/** A pass through the store, with the rows that follow it: what the main thread does of it. */
+class MainThreadOfAPass
+{
+public:
+    MainThreadOfAPass(const QList<BlockedApplication> &list, const QByteArray &observed)
+    {
+        m_system.preferences.values.insert(
+            u"blockedApplications"_s, records::encodedApplications(list));
+        m_system.suites.domains[u"group.dev.kestrelworks.Zorvane"_s].insert(
+            QString(inspection::discoveredProcessesKey), observed);
+        m_store.emplace(m_system.ports);
+        m_rows.emplace(*m_store);
+        m_system.scheduler.settle();
+        QObject::connect(
+            &*m_store, &app::AppBlockStore::applicationsChanged, &*m_rows, [this] { ++m_merges; });
+    }
+
+    /** Milliseconds; once for each value. */
+    double run()
+    {
+        double passed = 0;
+        m_system.scheduler.advance(5s, [&] {
+            while (m_system.scheduler.waitingBackgroundJobs() + m_system.scheduler.postedJobs()) {
+                m_system.scheduler.runBackground();
+                passed += bench::milliseconds([&] { m_system.scheduler.runPosted(); });
+            }
+        });
+        if (m_store->discoveredProcesses().size() != processCount || m_merges == 0)
+            qFatal("the pass did not do what is measured");
+        return passed;
+    }
+
+private:
+    tests::FakePlatform m_system;
+    std::optional<app::AppBlockStore> m_store;
+    std::optional<ui::BlockedAppsModel> m_rows;
+    int m_merges = 0;
+};
+
 /** What is left to a pass that finds the same bytes, list and time as the one before. */
 bool unchangedPass(const QByteArray &bytes, const QByteArray &lastBytes,
     const QList<BlockedApplication> &list, const QList<BlockedApplication> &lastList,
@@ -105,8 +151,9 @@ bool unchangedPass(const QByteArray &bytes, const QByteArray &lastBytes,
 
 } // namespace
 
-int main()
+int main(int argc, char *argv[])
 {
+    const QCoreApplication application(argc, argv);
     const auto list = applications();
     const auto observed = processes();
     const QByteArray bytes = inspection::encodedProcesses(observed);
@@ -123,14 +170,13 @@ int main()
     };
     const auto decode = [&] { bench::keep(inspection::recentProcesses(bytes, now)); };
 
-    // The main thread compares the list with the one that the pass read, and takes the result over.
+    std::vector<double> mainThread;
+    std::vector<double> whole;
+    for (int round = 0; round < 5; ++round) {
+        mainThread.push_back(MainThreadOfAPass(list, bytes).run());
+        whole.push_back(bench::milliseconds(indexed));
+    }
     const auto copy = list;
-    auto published = recent.processes;
-    const auto mainShare = [&] {
-        bench::keep(copy != list);
-        published = recent.processes;
-        bench::keep(published);
-    };
     const QByteArray sameBytes(bytes.constData(), bytes.size());
     const auto unchanged
         = [&] { bench::keep(unchangedPass(bytes, sameBytes, list, copy, recent)); };
@@ -138,7 +184,7 @@ int main()
     bench::report("discovery: match and merge", "plain rule, pair by pair",
         bench::compare(5, indexed, plain), "ms", 0.02);
     bench::report("discovery: on the main thread", "match and merge",
-        bench::compare(21, mainShare, indexed), "ms", 0.333);
+        {bench::median(mainThread), bench::median(whole)}, "ms", 0.333);
     bench::report("discovery: read and decode", "the library's bare parse",
         bench::compare(21, decode, parse), "ms", 1.5);
     bench::report("discovery: nothing changed", "plain rule, pair by pair",

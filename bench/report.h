@@ -32,17 +32,21 @@ inline double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
+/** How long a piece of work takes. */
+template <typename Work>
+double milliseconds(Work &&work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    const std::chrono::duration<double, std::milli> passed
+        = std::chrono::steady_clock::now() - start;
+    return passed.count();
+}
+
 /** Milliseconds of two pieces of work, the median of @p rounds, taken in turns. */
 template <typename Measured, typename Reference>
 Pair compare(int rounds, Measured measured, Reference reference)
 {
-    const auto milliseconds = [](auto &work) {
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        const std::chrono::duration<double, std::milli> passed
-            = std::chrono::steady_clock::now() - start;
-        return passed.count();
-    };
     std::vector<double> ours;
     std::vector<double> theirs;
     for (int round = 0; round < rounds; ++round) {
