@@ -83,9 +83,9 @@ QList<DiscoveredNetworkProcess> readProcesses(json::Element root)
     std::vector<Dated> dated;
     dated.reserve(documents.size());
     for (const json::Element document : documents) {
-        const auto name = fieldNames.at(LastSeenAt);
-        dated.emplace_back(
-            json::required(json::asObject(document), name, json::asNumber), document);
+        const auto time
+            = json::required(json::asObject(document), fieldNames.at(LastSeenAt), json::asNumber);
+        dated.push_back({time, document});
     }
     std::ranges::stable_sort(dated, std::greater(), &Dated::lastSeenAt);
     QList<DiscoveredNetworkProcess> processes;
