@@ -67,7 +67,7 @@ void AppBlockStore::checkForUpdates(bool userInitiated)
     platform::onMainThread(*m_platform.scheduler, m_lifetime.watch(), check)();
 }
 
-QList<NetworkComponents> AppBlockStore::networkComponents(const Applications &applications) const
+QList<NetworkComponents> AppBlockStore::networkComponents(const Applications &applications)
 {
     return m_discovery.networkComponents(applications);
 }

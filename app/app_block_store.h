@@ -53,7 +53,7 @@ public:
     [[nodiscard]] const QList<inspection::DiscoveredNetworkProcess> &discoveredProcesses() const;
     /** For each of @p applications what its row unfolds to, with these processes. */
     [[nodiscard]] QList<NetworkComponents> networkComponents(
-        const QList<records::BlockedApplication> &applications) const;
+        const QList<records::BlockedApplication> &applications);
     [[nodiscard]] bool isAddingApplication() const { return m_isAddingApplication; }
     /** What the user has to be told, until it is dismissed. */
     [[nodiscard]] const std::optional<QString> &alertMessage() const { return m_alertMessage; }

@@ -36,21 +36,17 @@ void Discovery::refreshDiscoveredProcesses()
     startReading();
 }
 
-QList<NetworkComponents> Discovery::networkComponents(
-    const QList<BlockedApplication> &applications) const
+QList<NetworkComponents> Discovery::networkComponents(const QList<BlockedApplication> &applications)
 {
     QList<BlockedApplication> unknown;
     std::ranges::copy_if(applications, std::back_inserter(unknown),
         [this](const auto &application) { return m_components.of(application) == nullptr; });
-    ObservedComponents made;
     if (!unknown.isEmpty())
-        made = {unknown, m_discoveredProcesses,
-            inspection::processesOfEach(unknown, m_discoveredProcesses), {}};
+        m_components.add({unknown, m_discoveredProcesses,
+            inspection::processesOfEach(unknown, m_discoveredProcesses), {}});
     QList<NetworkComponents> result;
-    for (const BlockedApplication &application : applications) {
-        const NetworkComponents *const known = m_components.of(application);
-        result.append(known != nullptr ? *known : *made.of(application));
-    }
+    for (const BlockedApplication &application : applications)
+        result.append(*m_components.of(application));
     return result;
 }
 
@@ -89,48 +85,46 @@ void Discovery::startReading()
 Discovery::Findings Discovery::find(
     const inspection::DiscoveredProcesses &reader, const Known &known, const QDateTime &now)
 {
-    Findings findings;
-    findings.seen.applications = known.applications;
     const auto seconds = inspection::referenceSeconds(now);
+    std::optional<Seen> seen;
     reader.readStoredBytes([&](const QByteArray &bytes) {
-        findings.nothingNew = known.last.any && bytes == known.last.bytes
-            && known.applications == known.last.applications && known.last.recent.holdAt(seconds);
-        if (!findings.nothingNew)
-            findings.seen
-                = {true, bytes, known.applications, inspection::recentProcesses(bytes, seconds)};
+        const bool same = known.last && bytes == known.last->bytes
+            && known.applications == known.last->applications && known.last->recent.holdAt(seconds);
+        if (!same)
+            seen = {bytes, known.applications, inspection::recentProcesses(bytes, seconds)};
     });
-    if (findings.nothingNew)
-        return findings;
-    const auto &processes = findings.seen.recent.processes;
-    findings.processesDiffer = processes != known.published;
+    if (!seen)
+        return {known.applications, std::nullopt};
+    const auto &processes = seen->recent.processes;
     auto owned = inspection::processesOfEach(known.applications, processes);
-    findings.merged = mergingObservedProcesses(known.applications, processes, owned);
+    const auto merged = mergingObservedProcesses(known.applications, processes, owned);
     // A record that took in an identity owns what is signed with it, too.
-    if (findings.merged)
-        owned = inspection::processesOfEach(*findings.merged, processes);
-    findings.components
-        = {findings.merged.value_or(known.applications), processes, owned, known.components};
-    return findings;
+    if (merged)
+        owned = inspection::processesOfEach(*merged, processes);
+    const ObservedComponents components(
+        merged.value_or(known.applications), processes, owned, known.components);
+    return {known.applications, News{*seen, processes != known.published, merged, components}};
 }
 
 void Discovery::found(const Findings &findings)
 {
     // The list may have changed meanwhile; what was found for the old one must not go over it.
-    if (findings.seen.applications != m_services.list.applications()) {
+    if (findings.applications != m_services.list.applications()) {
         startReading();
         return;
     }
     m_discoveryRefreshTask = false;
-    if (findings.nothingNew)
+    if (!findings.news)
         return;
+    const News &news = *findings.news;
     // What a merge leads to is not known yet, and what it changed may be taken back.
-    m_seen = findings.merged ? Seen() : findings.seen;
-    m_discoveredProcesses = findings.seen.recent.processes;
-    m_components = findings.components;
+    m_seen = news.merged ? std::nullopt : std::optional(news.seen);
+    m_discoveredProcesses = news.seen.recent.processes;
+    m_components = news.components;
     // Told first: the components were made for these records.
-    if (findings.merged)
-        Q_EMIT applicationsMerged(*findings.merged);
-    if (findings.processesDiffer)
+    if (news.merged)
+        Q_EMIT applicationsMerged(*news.merged);
+    if (news.processesDiffer)
         Q_EMIT discoveredProcessesChanged();
 }
 

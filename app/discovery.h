@@ -42,10 +42,10 @@ public:
 
     /**
      * For each of @p applications what its row unfolds to, with the processes of the last pass.
-     * Costs little for records that the pass knew.
+     * Made here for records that neither a pass nor prepare() nor an earlier call has met.
      */
     [[nodiscard]] QList<NetworkComponents> networkComponents(
-        const QList<records::BlockedApplication> &applications) const;
+        const QList<records::BlockedApplication> &applications);
 
     /**
      * Makes the network components of @p applications, which are about to be listed, away from the
@@ -65,15 +65,12 @@ Q_SIGNALS:
 private:
     /** What a finished pass has seen; a pass that finds the same has nothing to do. */
     struct Seen {
-        bool any = false;
         QByteArray bytes;
         QList<records::BlockedApplication> applications;
         inspection::RecentProcesses recent;
     };
 
-    /** What a pass brings back from its background thread. */
-    struct Findings {
-        bool nothingNew = false;
+    struct News {
         Seen seen;
         bool processesDiffer = false;
         std::optional<QList<records::BlockedApplication>> merged;
@@ -81,9 +78,17 @@ private:
         ObservedComponents components;
     };
 
+    /** What a pass brings back from its background thread. */
+    struct Findings {
+        /** The list as it was read for. */
+        QList<records::BlockedApplication> applications;
+        /** Nothing where all is as it was for the last pass. */
+        std::optional<News> news;
+    };
+
     /** What a pass starts from. */
     struct Known {
-        Seen last;
+        std::optional<Seen> last;
         QList<records::BlockedApplication> applications;
         QList<inspection::DiscoveredNetworkProcess> published;
         ObservedComponents components;
@@ -97,7 +102,8 @@ private:
     Services m_services;
     QList<inspection::DiscoveredNetworkProcess> m_discoveredProcesses;
     ObservedComponents m_components;
-    Seen m_seen;
+    /** Nothing while the next pass has to be whole. */
+    std::optional<Seen> m_seen;
     /** True from a pass's start to its end. */
     bool m_discoveryRefreshTask = false;
     std::unique_ptr<platform::Timer> m_timer;

@@ -113,7 +113,7 @@ records::BlockedApplication largeApplication()
 {
     records::BlockedApplication record;
     record.id = QUuid::createUuid();
-    record.name = u"Large"_s;
+    record.name = u"A large one"_s; // the first of the list
     record.bundleIdentifier = record.signingIdentifier = u"com.example.large"_s;
     record.path = u"/Applications/Large.app"_s;
     record.inspectionVersion = records::currentInspectionVersion;
@@ -126,9 +126,11 @@ records::BlockedApplication largeApplication()
 
 Frames unfolding()
 {
-    tests::WindowFixture fixture;
+    tests::WindowFixture fixture(manyApplications());
     fixture.store->add(largeApplication());
     fixture.settle();
+    if (fixture.store->applications().constFirst().name != largeApplication().name)
+        qFatal("the large application is not in view");
     QQuickItem *const disclosure = fixture.item(u"disclosure"_s);
     Frames frames;
     for (int round = 0; round < rounds; ++round) {
@@ -184,7 +186,7 @@ int main(int argc, char *argv[])
 {
     const QGuiApplication application(argc, argv);
     reportFrames("500 rows scrolling", scrolling());
-    reportFrames("a row unfolding 500 components", unfolding());
+    reportFrames("one of 500 rows unfolding 500 components", unfolding());
     reportFrames("guide and alert coming and going over 500 rows", transitions());
     return EXIT_SUCCESS;
 }

@@ -30,8 +30,13 @@ IDLE_SHARE = 0.001
 LISTED = 20
 
 
+def as_written(values):
+    """Preferences in the form in which programs keep them."""
+    return plistlib.dumps(values, fmt=plistlib.FMT_BINARY)
+
+
 # The preferences of a person who has read the guide and blocks nothing yet.
-NOTHING_LISTED = plistlib.dumps({"hasCompletedOnboarding": True}, fmt=plistlib.FMT_BINARY)
+NOTHING_LISTED = as_written({"hasCompletedOnboarding": True})
 
 
 def saved_list():
@@ -55,7 +60,7 @@ def saved_list():
         }
         for number in range(LISTED)
     ]
-    return plistlib.dumps(fmt=plistlib.FMT_BINARY, value={
+    return as_written({
         "hasCompletedOnboarding": True,
         "protectionRequested": True,
         "blockedApplications": json.dumps(records).encode(),
@@ -65,7 +70,7 @@ def saved_list():
 def observed():
     """What the filter has recorded of these applications."""
     now = time.time() - 978307200
-    return plistlib.dumps({"discoveredNetworkProcesses.v2": json.dumps([
+    return as_written({"discoveredNetworkProcesses.v2": json.dumps([
         {
             "signingIdentifier": f"com.example.application{number % LISTED}.helper{number}",
             "executablePath": f"/Applications/Application {number % LISTED:02}.app/tool{number}",

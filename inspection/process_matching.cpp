@@ -30,15 +30,7 @@ bool ApplicationMatcher::owns(const DiscoveredNetworkProcess &process) const
 
 bool processBelongs(const DiscoveredNetworkProcess &process, const BlockedApplication &application)
 {
-    const QList<CodeIdentity> identities = records::allCodeIdentities(application);
-    if (identities.contains(ownIdentity(process)))
-        return true;
-    const auto source = sourceApplicationIdentity(process);
-    if (source && identities.contains(*source))
-        return true;
-    return process.executablePath
-        && records::liesAtOrBelow(records::standardizedPath(*process.executablePath),
-            records::standardizedPath(application.path));
+    return ApplicationMatcher(application).owns(process);
 }
 
 ProcessIndex::ProcessIndex(const QList<BlockedApplication> &applications)

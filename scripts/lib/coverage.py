@@ -1,5 +1,5 @@
 """coverage.py FILE...: reads what llvm-cov exports, and prints lines and branches of each of these
-files and in all.
+files and in all. Fails if less than 95 % is reached of either.
 
 A branch is one way that a condition can go. A template counts as reached where any use of it is.
 """
@@ -28,6 +28,10 @@ def ways_of(branches):
             place = (line, column, end_line, end_column, way)
             ways[place] = ways.get(place, 0) + count
     return ways
+
+
+# Of all lines, and of all branches.
+GOAL = 95
 
 
 def percent(part, whole):
@@ -71,7 +75,11 @@ def main():
         all_lines += lines.values()
         all_ways += ways.values()
     print(row("in all", all_lines, all_ways))
+    return all(
+        percent(sum(count > 0 for count in each), len(each)) >= GOAL
+        for each in (all_lines, all_ways)
+    )
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(0 if main() else 1)

@@ -186,45 +186,6 @@ private Q_SLOTS:
             (QList{load, updateCheck, reinspection, preparation, addition}));
     }
 
-    void anAdditionInspectedBeforeTheLoadWaitsForIt()
-    {
-        StoreFixture f;
-        f.storeList({sampleApplication(u"Stored"_s, u"com.example.Stored"_s)});
-        f.system.addBundle(u"/A.app"_s, u"com.example.A"_s);
-        AppBlockStore store(f.system.ports);
-        store.addApplication(QUrl::fromLocalFile(u"/A.app"_s));
-        QCOMPARE(f.system.scheduler.waitingBackgroundJobs(), 2);
-        f.system.scheduler.runBackgroundJob(1);
-        f.system.scheduler.runPosted();
-        QVERIFY(!store.hasLoadedApplications());
-        QVERIFY(store.isAddingApplication());
-        QVERIFY(!f.system.preferences.contains(u"protectionRequested"_s));
-        f.system.scheduler.settle();
-        QVERIFY(!store.isAddingApplication());
-        QCOMPARE(names(store), QStringList({u"A"_s, u"Stored"_s}));
-        QCOMPARE(f.storedList().size(), 2);
-    }
-
-    void anAdditionThatWaitedForTheLoadIsBlockedToo()
-    {
-        StoreFixture f;
-        f.storeList({sampleApplication(u"Stored"_s, u"com.example.Stored"_s)});
-        f.system.preferences.values.insert(u"protectionRequested"_s, true);
-        f.system.filterManager.stored.enabled = true;
-        f.system.addBundle(u"/A.app"_s, u"com.example.A"_s);
-        AppBlockStore store(f.system.ports);
-        store.addApplication(QUrl::fromLocalFile(u"/A.app"_s));
-        f.system.scheduler.runBackgroundJob(1);
-        f.system.scheduler.settle();
-        f.system.systemExtensions.delegate()->requestDidFinish(
-            platform::ActivationResult::Completed);
-        f.system.scheduler.settle();
-        QCOMPARE(f.system.filterManager.stored.provider->vendorConfiguration.at(
-                     u"blockedCodeIdentities"_s),
-            store.blockedCodeIdentityKeys());
-        QCOMPARE(store.blockedCodeIdentityKeys().size(), 2);
-    }
-
     void removesByIdAndHandsTheRulesOverWhateverTheStatus()
     {
         StoreFixture f;

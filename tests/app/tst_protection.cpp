@@ -1,7 +1,4 @@
-#include "app/app_block_store.h"
-#include "app/records/blocked_application_json.h"
-#include "fakes/fake_platform.h"
-#include "sample_applications.h"
+#include "protection_fixture.h"
 
 #include <QTest>
 
@@ -12,58 +9,6 @@ using app::AppBlockStore;
 using filter::FilterStatus;
 using Kind = FilterStatus::Kind;
 
-namespace
-{
-
-const QString wishKey = u"protectionRequested"_s;
-
-struct Fixture {
-    FakePlatform system;
-    std::unique_ptr<AppBlockStore> store;
-
-    explicit Fixture(const QList<records::BlockedApplication> &stored = {},
-        std::optional<bool> wish = std::nullopt)
-    {
-        system.preferences.values.insert(
-            u"blockedApplications"_s, records::encodedApplications(stored));
-        if (wish)
-            system.preferences.values.insert(wishKey, *wish);
-    }
-
-    void start()
-    {
-        store = std::make_unique<AppBlockStore>(system.ports);
-        system.scheduler.settle();
-    }
-
-    void finishActivation()
-    {
-        system.systemExtensions.delegate()->requestDidFinish(platform::ActivationResult::Completed);
-        system.scheduler.settle();
-    }
-
-    /** What the filter would block now. */
-    [[nodiscard]] QStringList writtenKeys() const
-    {
-        const auto &provider = system.filterManager.stored.provider;
-        return provider ? provider->vendorConfiguration.at(u"blockedCodeIdentities"_s)
-                        : QStringList{u"nothing written"_s};
-    }
-
-    [[nodiscard]] qsizetype activations() const { return system.systemExtensions.submitted.size(); }
-    [[nodiscard]] std::optional<bool> wish() const
-    {
-        return system.preferences.contains(wishKey)
-            ? std::optional(system.preferences.boolean(wishKey))
-            : std::nullopt;
-    }
-};
-
-const auto tool = sampleApplication(u"Tool"_s, u"com.example.Tool"_s);
-const QStringList toolKeys{records::identityKey({u"com.example.Tool"_s, u"TEAM"_s})};
-
-} // namespace
-
 class TestProtection : public QObject
 {
     Q_OBJECT
@@ -71,7 +16,7 @@ class TestProtection : public QObject
 private Q_SLOTS:
     void switchingOnKeepsTheWishAndActivates()
     {
-        Fixture f({tool}, false);
+        ProtectionFixture f({tool}, false);
         f.start();
         f.store->setProtectionEnabled(true);
         QCOMPARE(f.wish(), true);
@@ -83,7 +28,7 @@ private Q_SLOTS:
 
     void switchingOffKeepsTheWishAndDisables()
     {
-        Fixture f({tool}, true);
+        ProtectionFixture f({tool}, true);
         f.system.filterManager.stored.enabled = true;
         f.start();
         f.store->setProtectionEnabled(false);
@@ -95,7 +40,7 @@ private Q_SLOTS:
 
     void switchingOffWhileActivatingDisables()
     {
-        Fixture f({tool}, false);
+        ProtectionFixture f({tool}, false);
         f.start();
         f.store->setProtectionEnabled(true);
         QCOMPARE(f.store->filterController()->status(), FilterStatus(Kind::Activating));
@@ -109,7 +54,7 @@ private Q_SLOTS:
 
     void explainsARefusedSwitchOnlyOutsideApplications()
     {
-        Fixture f;
+        ProtectionFixture f;
         f.start();
         f.store->explainProtectionUnavailable();
         QVERIFY(!f.store->alertMessage());
@@ -136,7 +81,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, enabled);
         QFETCH(bool, hasApplications);
-        Fixture f(hasApplications ? QList{tool} : QList<records::BlockedApplication>());
+        ProtectionFixture f(hasApplications ? QList{tool} : QList<records::BlockedApplication>());
         f.system.filterManager.stored.enabled = enabled;
         f.start();
         QTEST(f.wish().value(), "wish");
@@ -144,7 +89,7 @@ private Q_SLOTS:
 
     void inactiveWithAnApplicationRequestsActivation()
     {
-        Fixture f({tool});
+        ProtectionFixture f({tool});
         f.start();
         QCOMPARE(f.wish(), true);
         QCOMPARE(f.activations(), 1);
@@ -154,7 +99,7 @@ private Q_SLOTS:
 
     void inactiveWithAnEmptyListDisables()
     {
-        Fixture f;
+        ProtectionFixture f;
         f.start();
         QCOMPARE(f.wish(), false);
         QCOMPARE(f.activations(), 0);
@@ -164,7 +109,7 @@ private Q_SLOTS:
 
     void enabledAppliesTheRules()
     {
-        Fixture f({tool});
+        ProtectionFixture f({tool});
         f.system.filterManager.stored.enabled = true;
         f.start();
         QCOMPARE(f.wish(), true);
@@ -173,7 +118,7 @@ private Q_SLOTS:
 
     void anyOtherFirstStatusWaitsForTheNext()
     {
-        Fixture f({tool});
+        ProtectionFixture f({tool});
         f.system.mainBundle.path = "/tmp/Zorvane.app";
         f.start();
         QCOMPARE(f.wish(), std::nullopt);
@@ -190,7 +135,7 @@ private Q_SLOTS:
 
     void aRefreshThatFindsInactiveWhileInactiveDecidesTheWish()
     {
-        Fixture f;
+        ProtectionFixture f;
         f.start();
         f.system.preferences.values.remove(wishKey);
         QCOMPARE(f.store->filterController()->status(), FilterStatus(Kind::Inactive));
@@ -199,85 +144,9 @@ private Q_SLOTS:
         QCOMPARE(f.wish(), false);
     }
 
-    void aStatusBeforeTheListIsLoadedPushesNothing()
-    {
-        Fixture f({tool});
-        f.system.filterManager.stored.enabled = true;
-        f.store = std::make_unique<AppBlockStore>(f.system.ports);
-        f.system.filterManager.holdAnswers = true;
-        f.store->refreshProtection();
-        f.system.filterManager.held.takeFirst()();
-        f.system.scheduler.runPosted();
-        QVERIFY(!f.store->hasLoadedApplications());
-        QCOMPARE(f.store->filterController()->status(), FilterStatus(Kind::Enabled));
-        QCOMPARE(f.wish(), true);
-        QCOMPARE(f.system.filterManager.saves, 0);
-        f.system.filterManager.holdAnswers = false;
-        f.system.scheduler.settle();
-        QCOMPARE(f.activations(), 1);
-        f.finishActivation();
-        QCOMPARE(f.writtenKeys(), toolKeys);
-        QVERIFY(f.system.filterManager.stored.enabled);
-    }
-
-    void anApprovalAwaitedBeforeTheListIsLoadedActivatesNothing()
-    {
-        Fixture f({tool}, true);
-        f.store = std::make_unique<AppBlockStore>(f.system.ports);
-        f.system.filterManager.loadErrors.emplace_back(
-            platform::PlatformError{u"NEFilterErrorDomain"_s, 5, u"permission denied"_s});
-        f.store->refreshProtection();
-        f.system.scheduler.runBackgroundJob(1);
-        f.system.scheduler.runPosted();
-        QCOMPARE(f.store->filterController()->status(), FilterStatus(Kind::AwaitingApproval));
-        QVERIFY(!f.store->hasLoadedApplications());
-        f.store->refreshProtection();
-        f.system.scheduler.settle();
-        QCOMPARE(f.activations(), 0);
-    }
-
-    void inactiveBeforeTheListIsLoadedDecidesNothing()
-    {
-        Fixture f({tool});
-        f.store = std::make_unique<AppBlockStore>(f.system.ports);
-        f.store->refreshProtection();
-        f.system.scheduler.runBackgroundJob(1); // the refresh; the load still waits
-        f.system.scheduler.runPosted();
-        QVERIFY(!f.store->hasLoadedApplications());
-        QCOMPARE(f.wish(), std::nullopt);
-        f.system.scheduler.settle();
-        QCOMPARE(f.wish(), true);
-        QCOMPARE(f.activations(), 1);
-    }
-
-    void switchingOnBeforeTheListIsLoadedWaitsForIt()
-    {
-        Fixture f({tool}, false);
-        f.store = std::make_unique<AppBlockStore>(f.system.ports);
-        f.store->setProtectionEnabled(true);
-        QCOMPARE(f.wish(), true);
-        QCOMPARE(f.activations(), 0);
-        f.system.scheduler.settle();
-        QCOMPARE(f.activations(), 1);
-        f.finishActivation();
-        QCOMPARE(f.writtenKeys(), toolKeys);
-    }
-
-    void switchingOffBeforeTheListIsLoadedKeepsTheStoredRulesUntilThen()
-    {
-        Fixture f({tool}, true);
-        f.system.filterManager.stored.enabled = true;
-        f.store = std::make_unique<AppBlockStore>(f.system.ports);
-        f.store->setProtectionEnabled(false);
-        QCOMPARE(f.system.filterManager.loads, 0);
-        f.system.scheduler.settle();
-        QCOMPARE(f.wish(), false);
-        QVERIFY(!f.system.filterManager.stored.enabled);
-    }
-
     void aStatusChangeDoesNothingOnceTheWishIsKnown()
     {
-        Fixture f({tool}, false);
+        ProtectionFixture f({tool}, false);
         f.system.filterManager.stored.enabled = true;
         f.start();
         QCOMPARE(f.wish(), false);
@@ -288,7 +157,7 @@ private Q_SLOTS:
 
     void launchRefreshesWithTheRules()
     {
-        Fixture f({tool}, true);
+        ProtectionFixture f({tool}, true);
         f.system.filterManager.stored.enabled = true;
         f.start();
         QCOMPARE(f.activations(), 1);
@@ -298,7 +167,7 @@ private Q_SLOTS:
 
     void launchWithTheFilterOffOnlyReadsItsState()
     {
-        Fixture f({tool}, true);
+        ProtectionFixture f({tool}, true);
         f.start();
         QCOMPARE(f.activations(), 0);
         QCOMPARE(f.system.filterManager.saves, 0);
@@ -307,7 +176,7 @@ private Q_SLOTS:
 
     void refreshAsksAgainWhileApprovalIsAwaited()
     {
-        Fixture f({tool}, false);
+        ProtectionFixture f({tool}, false);
         f.start();
         f.store->setProtectionEnabled(true);
         f.system.systemExtensions.delegate()->requestDidFail(
@@ -322,7 +191,7 @@ private Q_SLOTS:
 
     void refreshOtherwiseOnlyReads()
     {
-        Fixture f({tool}, true);
+        ProtectionFixture f({tool}, true);
         f.system.filterManager.stored.enabled = true;
         f.start();
         f.finishActivation();
@@ -337,7 +206,7 @@ private Q_SLOTS:
 
     void addingSwitchesProtectionOn()
     {
-        Fixture f({}, false);
+        ProtectionFixture f({}, false);
         f.start();
         f.store->add(tool);
         QCOMPARE(f.wish(), true);

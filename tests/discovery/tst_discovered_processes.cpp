@@ -3,6 +3,9 @@
 #include "sample_processes.h"
 
 #include <atomic>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTest>
 #include <thread>
 
@@ -103,6 +106,28 @@ private Q_SLOTS:
         QCOMPARE(decoded->constFirst().lastSeenAt, 2.5);
     }
 
+    void absentFieldsAreNotWritten()
+    {
+        QCOMPARE(QJsonDocument::fromJson(encodedProcesses({sampleProcess(u"x"_s, std::nullopt)}))
+                     .array()
+                     .first()
+                     .toObject()
+                     .keys(),
+            QStringList(
+                {u"connectionCount"_s, u"firstSeenAt"_s, u"lastSeenAt"_s, u"signingIdentifier"_s}));
+    }
+
+    void ofARepeatedTimeTheFirstCountsForOrderAndValue()
+    {
+        const auto decoded = decodedProcesses(
+            R"([{"signingIdentifier":"a","firstSeenAt":0,"lastSeenAt":1,"lastSeenAt":9,"connectionCount":1},)"
+            R"({"signingIdentifier":"b","firstSeenAt":0,"lastSeenAt":5,"connectionCount":1}])");
+        QVERIFY(decoded);
+        QCOMPARE(decoded->size(), 2);
+        QCOMPARE(decoded->constFirst().signingIdentifier, u"b"_s);
+        QCOMPARE(decoded->constLast().lastSeenAt, 1.0);
+    }
+
     void anyIncompleteRecordMakesAllUnreadable_data()
     {
         QTest::addColumn<QByteArray>("record");
@@ -115,6 +140,10 @@ private Q_SLOTS:
         row("no count", R"({"signingIdentifier":"x","firstSeenAt":1,"lastSeenAt":1})");
         row("time as text",
             R"({"signingIdentifier":"x","firstSeenAt":"2025-08-10T00:00:00Z","lastSeenAt":1,"connectionCount":1})");
+        row("last time as text",
+            R"({"signingIdentifier":"x","firstSeenAt":1,"lastSeenAt":"1","connectionCount":1})");
+        row("last time null at first",
+            R"({"signingIdentifier":"x","firstSeenAt":1,"lastSeenAt":null,"lastSeenAt":1,"connectionCount":1})");
         row("count with a fraction",
             R"({"signingIdentifier":"x","firstSeenAt":1,"lastSeenAt":1,"connectionCount":1.5})");
         row("count beyond 64 bits",
@@ -246,7 +275,9 @@ private Q_SLOTS:
     {
         const ReferenceSeconds time = referenceSeconds(now);
         const auto recent = recentProcesses(
-            encodedProcesses({seenAt(u"old"_s, cutOff - 10), seenAt(u"new"_s, cutOff + 10)}), time);
+            encodedProcesses({seenAt(u"old"_s, cutOff - 10), seenAt(u"older"_s, cutOff - 20),
+                seenAt(u"newer"_s, cutOff + 20), seenAt(u"new"_s, cutOff + 10)}),
+            time);
         QVERIFY(recent.holdAt(time));
         QVERIFY(recent.holdAt(time + 10));
         QVERIFY(!recent.holdAt(time + 10.5));

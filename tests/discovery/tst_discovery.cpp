@@ -128,12 +128,15 @@ private Q_SLOTS:
     {
         DiscoveryFixture f({tool()});
         f.start();
-        f.store->refreshDiscoveredProcesses();
-        f.store->refreshDiscoveredProcesses();
-        QCOMPARE(f.system.scheduler.waitingBackgroundJobs(), 1);
+        f.system.scheduler.advance(5s, [] {});
+        const auto reading = f.system.scheduler.takeBackgroundJob(0);
+        f.pass();
+        QCOMPARE(f.system.suites.opened.size(), 0);
+        reading();
         f.system.scheduler.settle();
-        f.store->refreshDiscoveredProcesses();
-        QCOMPARE(f.system.scheduler.waitingBackgroundJobs(), 1);
+        QCOMPARE(f.system.suites.opened.size(), 1);
+        f.pass();
+        QCOMPARE(f.system.suites.opened.size(), 2);
     }
 
     void processesWithoutTeamAndInterpretersNeverEnterARecord()

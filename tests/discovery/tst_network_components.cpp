@@ -22,6 +22,11 @@ records::BlockedApplication atlas()
     return application;
 }
 
+Component sample()
+{
+    return {u"id"_s, u"name"_s, u"com.example.tool"_s, u"TEAM"_s, u"/path"_s, Kind::Observed, 1.0};
+}
+
 QStringList lines(const QList<Component> &components)
 {
     QStringList result;
@@ -170,6 +175,34 @@ private Q_SLOTS:
         QCOMPARE(label(Kind::Bundled), u"Bundled"_s);
         QCOMPARE(label(Kind::Observed), u"Observed"_s);
         QVERIFY(!kindFromLabel(u"main app"_s));
+    }
+
+    void everyFieldCountsForEqualityAndHash_data()
+    {
+        QTest::addColumn<Component>("other");
+        const auto row = [](const char *name, const auto &change) {
+            Component other = sample();
+            change(other);
+            QTest::newRow(name) << other;
+        };
+        row("id", [](Component &other) { other.id = u"x"_s; });
+        row("name", [](Component &other) { other.name = u"x"_s; });
+        row("signing identifier", [](Component &other) { other.signingIdentifier = u"x"_s; });
+        row("team", [](Component &other) { other.teamIdentifier = u"x"_s; });
+        row("no team", [](Component &other) { other.teamIdentifier.reset(); });
+        row("path", [](Component &other) { other.executablePath = u"x"_s; });
+        row("no path", [](Component &other) { other.executablePath.reset(); });
+        row("kind", [](Component &other) { other.kind = Kind::Bundled; });
+        row("last seen", [](Component &other) { other.lastSeenAt = 2; });
+        row("never seen", [](Component &other) { other.lastSeenAt.reset(); });
+    }
+
+    void everyFieldCountsForEqualityAndHash()
+    {
+        QFETCH(Component, other);
+        QVERIFY(other != sample());
+        QVERIFY(qHash(other, 1) != qHash(sample(), 1));
+        QCOMPARE(qHash(sample(), 1), qHash(sample(), 1));
     }
 
     void processesOfOthersAreNotShown()

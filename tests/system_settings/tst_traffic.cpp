@@ -153,15 +153,18 @@ private Q_SLOTS:
         configure(true);
         open();
         type(u"signingIdentifier"_s, u"curl"_s);
-        type(u"teamIdentifier"_s, u"TEAM"_s);
-        QVERIFY(text(u"verdict"_s).startsWith(u"Allowed"_s));
+        type(u"teamIdentifier"_s, u"OTHER"_s);
         type(u"sourceIdentifier"_s, u"com.example.tool"_s);
+        // It is the application's team that counts, and the listed one has a team.
+        QVERIFY(text(u"verdict"_s).startsWith(u"Allowed"_s));
+        type(u"sourceTeamIdentifier"_s, u"TEAM"_s);
         QVERIFY(text(u"verdict"_s).startsWith(u"Blocked"_s));
         QVERIFY(text(u"verdict"_s).endsWith(toolKey));
         click(u"connect"_s);
         const auto records = recorded();
         QCOMPARE(records.size(), 1);
         QCOMPARE(records[0].signingIdentifier, u"curl"_s);
+        QCOMPARE(records[0].teamIdentifier, u"OTHER"_s);
         QCOMPARE(records[0].sourceApplicationIdentifier, u"com.example.tool"_s);
         QCOMPARE(records[0].sourceApplicationTeamIdentifier, u"TEAM"_s);
     }

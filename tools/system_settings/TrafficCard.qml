@@ -38,6 +38,15 @@ Card {
     }
 
     Field {
+        objectName: "sourceTeamIdentifier"
+        width: parent.width
+        name: "Its team"
+        placeholder: "none"
+        text: root.traffic.sourceTeamIdentifier
+        onEdited: text => root.traffic.sourceTeamIdentifier = text
+    }
+
+    Field {
         objectName: "executablePath"
         width: parent.width
         name: "Executable"

@@ -61,13 +61,13 @@ void Traffic::chooseNext()
     const QStringList paths = listedPaths(m_state.filter());
     if (keys.isEmpty() && paths.isEmpty())
         return;
-    m_nextListed %= keys.size() + paths.size();
-    const qsizetype path = m_nextListed - keys.size();
-    ++m_nextListed;
+    const qsizetype chosen = m_nextListed % (keys.size() + paths.size());
+    m_nextListed = chosen + 1;
     m_sourceIdentifier.clear();
-    if (path < 0) {
+    m_sourceTeamIdentifier.clear();
+    if (chosen < keys.size()) {
         const auto identity
-            = records::identityFromKey(keys[m_nextListed - 1]).value_or(records::CodeIdentity());
+            = records::identityFromKey(keys[chosen]).value_or(records::CodeIdentity());
         m_signingIdentifier = identity.signingIdentifier;
         m_teamIdentifier = identity.teamIdentifier.value_or(QString());
         m_executablePath.clear();
@@ -75,7 +75,7 @@ void Traffic::chooseNext()
         // What is known of it is where it lies.
         m_signingIdentifier = u"com.example.unlisted"_s;
         m_teamIdentifier.clear();
-        m_executablePath = paths[path] + u"/Contents/MacOS/unlisted"_s;
+        m_executablePath = paths[chosen - keys.size()] + u"/Contents/MacOS/unlisted"_s;
     }
     Q_EMIT changed();
 }
@@ -94,9 +94,8 @@ DiscoveredNetworkProcess Traffic::process() const
     process.signingIdentifier = m_signingIdentifier;
     process.teamIdentifier = present(m_teamIdentifier);
     process.sourceApplicationIdentifier = present(m_sourceIdentifier);
-    // One field for both: code that works for an application mostly comes from the same team.
     if (process.sourceApplicationIdentifier)
-        process.sourceApplicationTeamIdentifier = process.teamIdentifier;
+        process.sourceApplicationTeamIdentifier = present(m_sourceTeamIdentifier);
     process.executablePath = present(m_executablePath);
     process.firstSeenAt = process.lastSeenAt
         = inspection::referenceSeconds(QDateTime::currentDateTimeUtc());

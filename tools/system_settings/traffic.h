@@ -23,6 +23,7 @@ class Traffic final : public QObject
     Q_PROPERTY(QString signingIdentifier MEMBER m_signingIdentifier NOTIFY changed)
     Q_PROPERTY(QString teamIdentifier MEMBER m_teamIdentifier NOTIFY changed)
     Q_PROPERTY(QString sourceIdentifier MEMBER m_sourceIdentifier NOTIFY changed)
+    Q_PROPERTY(QString sourceTeamIdentifier MEMBER m_sourceTeamIdentifier NOTIFY changed)
     Q_PROPERTY(QString executablePath MEMBER m_executablePath NOTIFY changed)
     Q_PROPERTY(bool isBlocked READ isBlocked NOTIFY changed)
     Q_PROPERTY(QString verdict READ verdict NOTIFY changed)
@@ -63,6 +64,7 @@ private:
     QString m_signingIdentifier;
     QString m_teamIdentifier;
     QString m_sourceIdentifier;
+    QString m_sourceTeamIdentifier;
     QString m_executablePath;
     QString m_note;
     qsizetype m_nextListed = 0;
