@@ -5,7 +5,6 @@
 using namespace Qt::StringLiterals;
 using namespace zorvane;
 using namespace zorvane::tests;
-using app::AppBlockStore;
 using filter::FilterStatus;
 using Kind = FilterStatus::Kind;
 
