@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <mutex>
+#include <optional>
 #include <QRandomGenerator>
 #include <QtGlobal>
+#include <set>
 
 namespace zorvane::tests
 {
@@ -52,17 +54,18 @@ public:
             m_delay += tooEarly ? spread() : -spread();
         ++(tooEarly ? m_early : m_late);
         m_between += inBetween ? 1 : 0;
+        m_moments.insert(when);
     }
 
-    /** True until @p rounds were begun, or a few more where the moment has not been hit yet. */
-    [[nodiscard]] bool goesOn(int rounds)
+    /** The number of the round that begins now, in all threads together; nothing when @p rounds
+     * were begun, or a few more where the moment has not been hit yet. */
+    [[nodiscard]] std::optional<size_t> nextRound(int rounds)
     {
         constexpr int patience = 4;
         const std::scoped_lock lock(m_mutex);
-        const bool result
+        const bool goesOn
             = m_begun < rounds || (!hasHitWritesOften(rounds) && m_begun < patience * rounds);
-        m_begun += result ? 1 : 0;
-        return result;
+        return goesOn ? std::optional(size_t(m_begun++)) : std::nullopt;
     }
 
     /** True if kills came before the write, in the middle of one, and after it; in the middle at
@@ -71,6 +74,8 @@ public:
     {
         return !isLong() || (m_early > 0 && m_late > 0 && m_between >= std::max(1, rounds / 20));
     }
+    /** At how many of the moments something was killed. */
+    [[nodiscard]] size_t moments() const { return m_moments.size(); }
     void report(const char *what) const
     {
         qInfo("%s: %d kills before the write, %d after it, %d left a half-written file beside",
@@ -87,6 +92,7 @@ private:
     int m_early = 0;
     int m_late = 0;
     int m_between = 0;
+    std::set<When> m_moments;
 };
 
 } // namespace zorvane::tests

@@ -55,7 +55,7 @@ bool killUnlessDone(StartedProgram &started)
 
 } // namespace
 
-/** The whole programs, killed again and again while they write: 25 times, or 500. */
+/** The whole programs, killed again and again while they write: 30 times, or 600. */
 class TestKills : public QObject
 {
     Q_OBJECT
@@ -175,8 +175,8 @@ private Q_SLOTS:
 
 private:
     /**
-     * Kills @p rounds programs, one at a time in each folder, at @p times in turn. @p kill
-     * starts one and says what is wrong afterwards.
+     * Kills @p rounds programs, one at a time in each folder, at @p times in turn whatever the
+     * number of folders. @p kill starts one and says what is wrong afterwards.
      */
     template <typename Kill>
     static void killOften(std::deque<BusyFolder> &folders, Aim &aim, int rounds,
@@ -186,8 +186,11 @@ private:
         for (BusyFolder &folder : folders) {
             const auto killer = [&folder, &aim, rounds, times, kill] {
                 QString fault;
-                for (size_t i = 0; fault.isEmpty() && aim.goesOn(rounds); ++i)
-                    fault = kill(folder, times.at(i % times.size()));
+                while (const auto round = aim.nextRound(rounds)) {
+                    fault = kill(folder, times.at(*round % times.size()));
+                    if (!fault.isEmpty())
+                        break;
+                }
                 return fault;
             };
             killers.push_back(std::async(std::launch::async, killer));
@@ -199,6 +202,7 @@ private:
             const QString fault = killer.get();
             QVERIFY2(fault.isEmpty(), qPrintable(fault));
         }
+        QCOMPARE(aim.moments(), times.size());
     }
 
     /** Kills the program while it brings the list on from @p stage; what is wrong then. */
