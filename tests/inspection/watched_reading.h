@@ -42,15 +42,21 @@ private:
     mutable int m_items = 0;
 };
 
-/** The signatures of this system; @p read is called in the place of each reading, with how many
- * came before and the reading itself. */
+/** One reading of a file's signature. */
+struct SignatureReading {
+    const std::filesystem::path &path;
+    /** How many came before. */
+    int before;
+    /** Does it. */
+    std::function<void()> perform;
+};
+
+/** The signatures of this system; @p read is called in the place of each reading. */
 class WatchedSignatures final : public platform::CodeSignatures
 {
 public:
-    using Reading = std::function<void()>;
-
     WatchedSignatures(const platform::CodeSignatures &signatures,
-        std::function<void(int before, const Reading &reading)> read)
+        std::function<void(const SignatureReading &reading)> read)
         : m_signatures(signatures)
         , m_read(std::move(read))
     {
@@ -60,7 +66,7 @@ public:
         const std::filesystem::path &path) const override
     {
         std::optional<platform::SigningInformation> result;
-        m_read(m_readings++, [&] { result = m_signatures.signingInformation(path); });
+        m_read({path, m_readings++, [&] { result = m_signatures.signingInformation(path); }});
         return result;
     }
 
@@ -68,7 +74,7 @@ public:
 
 private:
     const platform::CodeSignatures &m_signatures;
-    const std::function<void(int before, const Reading &reading)> m_read;
+    const std::function<void(const SignatureReading &reading)> m_read;
     mutable int m_readings = 0;
 };
 
