@@ -170,14 +170,28 @@ private Q_SLOTS:
         lists.keep("first", noon);
         const QDir kept(folder.filePath(u"zorvane/set-aside"_s));
         const QString own = u"letter.txt"_s;
+        QVERIFY(QFile::copy(kept.filePath(filesIn(folder).first()), kept.filePath(own)));
         const QString link = u"blocked-applications-2000-01-01T00-00-00-000Z.json"_s;
-        QVERIFY(QFile::link(u"/nowhere"_s, kept.filePath(link)));
-        QVERIFY(QFile::copy(kept.filePath(filesIn(folder).last()), kept.filePath(own)));
+        QVERIFY(QFile::link(kept.filePath(own), kept.filePath(link)));
         for (int day = 1; day < 7; ++day)
             lists.keep("damage " + QByteArray::number(day), noon.addDays(day));
         QVERIFY(QFileInfo(kept.filePath(link)).isSymLink());
         QVERIFY(QFile::exists(kept.filePath(own)));
         QCOMPARE(filesIn(folder).size(), 7);
+    }
+
+    void aLinkUnderTheNameOfTheMomentIsNotWrittenThrough()
+    {
+        const QTemporaryDir folder;
+        const QDir kept(folder.filePath(u"zorvane/set-aside"_s));
+        QVERIFY(kept.mkpath(u"."_s));
+        const QString link = u"blocked-applications-2026-03-01T12-00-00-000Z.json"_s;
+        const QString elsewhere = folder.filePath(u"elsewhere"_s);
+        QVERIFY(QFile::link(elsewhere, kept.filePath(link)));
+        SetAsideLists(inside(folder)).keep(damaged, noon);
+        QCOMPARE(filesIn(folder).size(), 2);
+        QVERIFY(QFileInfo(kept.filePath(link)).isSymLink());
+        QVERIFY(!QFile::exists(elsewhere));
     }
 
     void onlyTheUserCanReadThem()
