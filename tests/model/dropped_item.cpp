@@ -1,6 +1,6 @@
 #include "model/dropped_item.h"
 
-#include "app/records/collation.h"
+#include "model/modelled_applications.h"
 
 #include <algorithm>
 
@@ -35,7 +35,7 @@ Applications grown(Applications list, BlockedApplication record, const Applicati
             record.id = each.id;
     }
     list.append(record);
-    std::ranges::stable_sort(list, records::NameOrder(), &BlockedApplication::name);
+    sortByName(list);
     return list;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/records/collation.h"
 #include "app/sample_applications.h"
 #include "app/store_fixture.h"
 #include "discovery/sample_processes.h"
@@ -8,6 +7,7 @@
 
 #include <algorithm>
 #include <QStringList>
+#include <utility>
 
 /** @file The applications, bundles and processes that a modelled user has. */
 namespace zorvane::tests
@@ -36,6 +36,17 @@ inline QString modelledName(int number)
         QStringLiteral("beta"), QStringLiteral("Éclair"), QStringLiteral("eclair"),
         QStringLiteral("10"), QStringLiteral("9"), QStringLiteral("alpha"), QString()};
     return names.at(number % names.size());
+}
+
+/** As a person sorts the names of the models, told without the rules of any language: letter case
+ * does not count, an accent only between names that are equal without, and a number is its digits.
+ */
+inline void sortByName(Applications &list)
+{
+    std::ranges::stable_sort(list, {}, [](const records::BlockedApplication &application) {
+        const QString name = application.name.toLower();
+        return std::pair(QString(name).replace(u'é', u'e'), name);
+    });
 }
 
 /** Some come from an older version, in several forms. */
@@ -76,12 +87,12 @@ inline void storeSomething(FakePreferences &preferences, int number)
 {
     if (number % 4 == 0)
         return;
-    QList<records::BlockedApplication> list;
+    Applications list;
     for (int i = 0; i < modelledApplications - 1; ++i) {
         if ((number >> i) % 2 != 0)
             list.append(modelledApplication(i + modelledApplications * (number / 128 + 3 * i)));
     }
-    std::ranges::stable_sort(list, records::NameOrder(), &records::BlockedApplication::name);
+    sortByName(list);
     preferences.values.insert(listKey, records::encodedApplications(list));
 }
 
