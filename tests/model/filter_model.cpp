@@ -42,8 +42,7 @@ public:
 
     QString perform(const Step &step) override
     {
-        act(step);
-        return broken();
+        return ask(step) || answer(step) || change(step) ? broken() : unknownAction;
     }
 
     /** All answers come, without further errors; then one more round has to leave the newest rules
@@ -82,19 +81,7 @@ public:
     }
 
 private:
-    void act(const Step &step)
-    {
-        if (step.action <= Disable)
-            ask(step);
-        else if (step.action <= FailSavesForWantOfPermission)
-            answer(step);
-        else if (step.action <= FailActivation)
-            activate(step);
-        else
-            change(step);
-    }
-
-    void ask(const Step &step)
+    bool ask(const Step &step)
     {
         auto &controller = *m_real.controller;
         const HandedRules rules = handedRules(step.number);
@@ -120,11 +107,12 @@ private:
             m_expected.disableFilter();
             break;
         default:
-            break;
+            return false;
         }
+        return true;
     }
 
-    void answer(const Step &step)
+    bool answer(const Step &step)
     {
         const KnownError &error = knownError(step.number);
         switch (step.action) {
@@ -154,9 +142,15 @@ private:
             for (int i = 0; i < 4; ++i)
                 failSave(knownErrors.front());
             break;
-        default:
+        case NeedApproval:
+        case FinishActivation:
+        case FailActivation:
+            activate(step);
             break;
+        default:
+            return false;
         }
+        return true;
     }
 
     void failSave(const KnownError &error)
@@ -200,7 +194,7 @@ private:
         }
     }
 
-    void change(const Step &step)
+    bool change(const Step &step)
     {
         const bool odd = step.number % 2 != 0;
         switch (step.action) {
@@ -233,8 +227,9 @@ private:
             m_expected.stored.enabled = odd;
             break;
         default:
-            break;
+            return false;
         }
+        return true;
     }
 
     void pass(std::chrono::milliseconds duration)

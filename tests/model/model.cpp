@@ -80,13 +80,16 @@ QList<Step> shrunk(const ModelKind &kind, quint32 seed, const QList<Step> &steps
     return left;
 }
 
+QString nameOf(const ModelKind &kind, const Step &step)
+{
+    return std::ranges::find(kind.actions, step.action, &Action::kind)->name;
+}
+
 QString text(const ModelKind &kind, const QList<Step> &steps)
 {
     QStringList lines;
-    for (const Step &step : steps) {
-        const auto action = std::ranges::find(kind.actions, step.action, &Action::kind);
-        lines.append(u"%1 %2"_s.arg(action->name).arg(step.number));
-    }
+    for (const Step &step : steps)
+        lines.append(u"%1 %2"_s.arg(nameOf(kind, step)).arg(step.number));
     return lines.join(u'\n');
 }
 

@@ -23,6 +23,9 @@ struct Action {
     int weight = 1;
 };
 
+/** What is wrong if a step carries what its model does not know. */
+inline const QString unknownAction = QStringLiteral("nobody knows this action");
+
 /** Events by name, and how often each happened. */
 using Counts = QMap<QString, int>;
 
@@ -64,6 +67,9 @@ struct Outcome {
 /** A script that still fails in the same way, numbers aside, and of which no step can be left out.
  */
 [[nodiscard]] QList<Step> shrunk(const ModelKind &kind, quint32 seed, const QList<Step> &steps);
+
+/** The name of the step's action. */
+[[nodiscard]] QString nameOf(const ModelKind &kind, const Step &step);
 
 /** The steps as a person reads them, one a line. */
 [[nodiscard]] QString text(const ModelKind &kind, const QList<Step> &steps);

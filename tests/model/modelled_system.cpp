@@ -11,7 +11,7 @@ namespace zorvane::tests
 using namespace store_actions;
 using platform::ActivationResult;
 
-void ModelledSystem::answer(const Step &step)
+bool ModelledSystem::answer(const Step &step)
 {
     auto &manager = m_system.filterManager;
     switch (step.action) {
@@ -33,10 +33,15 @@ void ModelledSystem::answer(const Step &step)
         if (!m_isHealthy)
             manager.saveErrors.emplace_back(knownError(step.number).error);
         break;
-    default:
+    case NeedApproval:
+    case FinishActivation:
+    case FailActivation:
         activate(step);
         break;
+    default:
+        return false;
     }
+    return true;
 }
 
 void ModelledSystem::activate(const Step &step)
@@ -52,7 +57,7 @@ void ModelledSystem::activate(const Step &step)
         delegate->requestDidFinish(ActivationResult(std::max(0, step.number % 8 - 5)));
 }
 
-void ModelledSystem::go(const Step &step)
+bool ModelledSystem::go(const Step &step)
 {
     auto &scheduler = m_system.scheduler;
     const bool odd = step.number % 2 != 0;
@@ -78,8 +83,9 @@ void ModelledSystem::go(const Step &step)
         m_system.filterManager.stored.enabled = odd;
         break;
     default:
-        break;
+        return false;
     }
+    return true;
 }
 
 void ModelledSystem::recover()

@@ -21,10 +21,11 @@ public:
 
     /** In a healthy system no load or save ever fails. */
     void setHealthy(bool healthy) { m_isHealthy = healthy; }
-    /** Does one of the steps from Answer to FailActivation. */
-    void answer(const Step &step);
-    /** Does one of the steps from RunBackground on that concern the system alone. */
-    void go(const Step &step);
+    /** Does the step if it is an answer or a failure of the system. False if it is not. */
+    bool answer(const Step &step);
+    /** Does the step if it is how work and time go on, or the system's own doing. False if it is
+     * not. */
+    bool go(const Step &step);
     /** From now on nothing fails, and the program stands where it belongs. */
     void recover();
     /** Lets all answers go and all jobs run, and enough time pass for the retries and some passes.

@@ -23,14 +23,8 @@ public:
 
     QString perform(const Step &step) override
     {
-        QString broken;
         const bool mightFail = m_world.answers().willFail();
-        if (step.action <= CheckForUpdates)
-            use(step);
-        else if (step.action <= FailActivation)
-            answer(step);
-        else
-            broken = go(step, mightFail);
+        const QString broken = use(step) || answer(step) ? QString() : go(step, mightFail);
         // Another write is on its way then, too.
         m_world.stepEnded(mightFail || step.action == FinishActivation);
         return broken.isEmpty() ? m_world.run().broken() : broken;
@@ -41,7 +35,7 @@ public:
     [[nodiscard]] Counts happened() const override { return m_world.happened(); }
 
 private:
-    void use(const Step &step)
+    bool use(const Step &step)
     {
         const bool odd = step.number % 2 != 0;
         const auto &list = m_world.store().applications();
@@ -76,16 +70,17 @@ private:
             m_world.store().checkForUpdates(odd);
             break;
         default:
-            break;
+            return false;
         }
+        return true;
     }
 
-    void answer(const Step &step)
+    bool answer(const Step &step)
     {
         // It may be the launch's answer that comes once more.
         if (step.action == Repeat)
             m_world.launchIsAnsweredAgain();
-        m_world.answers().answer(step);
+        return m_world.answers().answer(step);
     }
 
     QString rest(bool mightFail)
@@ -112,8 +107,7 @@ private:
         case Kill:
             return m_world.killAndStartAgain(between);
         default:
-            m_world.answers().go(step);
-            return {};
+            return m_world.answers().go(step) ? QString() : unknownAction;
         }
     }
 

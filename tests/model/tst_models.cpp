@@ -62,12 +62,16 @@ private:
         const int runs = isChosen ? 1 : timesIfLong(quickRuns);
         qInfo("%d runs of %d steps, seeds from %u", runs, stepsOfARun, first);
         Counts happened;
+        for (const Action &action : kind.actions)
+            happened[u"step: "_s + action.name] = 0;
         for (int i = 0; i < runs; ++i) {
             const quint32 seed = first + quint32(i);
             // Before the run, which may end the program.
             std::fprintf(stderr, "seed %u\n", seed);
             const QList<Step> steps = script(kind, seed, stepsOfARun);
             const Outcome outcome = run(kind, seed, steps);
+            for (const Step &step : steps)
+                ++happened[u"step: "_s + nameOf(kind, step)];
             for (const auto &[event, count] : outcome.happened.asKeyValueRange())
                 happened[event] += count;
             if (outcome.broken.isEmpty())
