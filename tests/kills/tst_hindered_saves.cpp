@@ -1,4 +1,4 @@
-#include "desktop_bus/private_bus.h"
+#include "desktop_bus/notification_screen.h"
 #include "kills/busy_folder.h"
 #include "kills/small_disk.h"
 #include "platform/started_program.h"
@@ -18,6 +18,7 @@ namespace
 {
 
 const QString program = QStringLiteral(ZORVANE_PROGRAM);
+const QString agent = QStringLiteral(ZORVANE_UPDATE_AGENT);
 const QString file = u"preferences/dev.kestrelworks.Zorvane.plist"_s;
 
 /** Reads on until the program reports @p text; false if it ends or falls silent first. */
@@ -61,6 +62,50 @@ private Q_SLOTS:
         folder.observeHelper();
         // The pass after five seconds takes the helper in, and saves.
         QTRY_COMPARE_WITH_TIMEOUT(folder.stage(), 2, 30'000);
+        QCOMPARE(folder.damage(), QString());
+    }
+
+    void aFullDiskKeepsWhatIsKnownOfTheExtensionAndIsReported()
+    {
+        BusyFolder folder;
+        const SmallDisk disk(folder.path());
+        if (!disk.isMounted())
+            QSKIP("only root can mount a small disk");
+        QVERIFY(QDir().mkpath(folder.state().filePath(u"preferences"_s)));
+        folder.storeOldList();
+        const QByteArray state = R"({"approved":true,"active":false,"kept":1})";
+        folder.state().write(u"extension.json"_s, state);
+        QVERIFY(disk.fill());
+        StartedProgram started(program, folder.path());
+        QVERIFY(reports(started, "extension could not be installed: No space left on device"));
+        QVERIFY(started.isRunning());
+        QCOMPARE(folder.state().read(u"extension.json"_s), state);
+        QCOMPARE(folder.stage(), 0);
+        QCOMPARE(folder.damage(), QString());
+    }
+
+    void anAgentOnAFullDiskReportsItAndAnnouncesAgainWhenItHasRoom()
+    {
+        BusyFolder folder;
+        const NotificationScreen screen(m_bus);
+        const SmallDisk disk(folder.state().filePath(u"preferences"_s));
+        if (!disk.isMounted())
+            QSKIP("only root can mount a small disk");
+        folder.storeCurrentList();
+        folder.announceVersion(u"99.1"_s);
+        QVERIFY(disk.fill());
+        {
+            StartedProgram started(agent, folder.path());
+            QTRY_COMPARE_WITH_TIMEOUT(screen.shown.size(), 1, 30'000);
+            QVERIFY(reports(started, "cannot be written: No space left on device"));
+            QCOMPARE(folder.announcedVersion(), QString());
+            QCOMPARE(folder.stage(), 1);
+            QCOMPARE(folder.damage(), QString());
+        }
+        QVERIFY(disk.empty());
+        const StartedProgram started(agent, folder.path());
+        QTRY_VERIFY_WITH_TIMEOUT(folder.announcedVersion().contains(u"99.1"_s), 30'000);
+        QCOMPARE(folder.stage(), 1);
         QCOMPARE(folder.damage(), QString());
     }
 
@@ -112,36 +157,58 @@ private Q_SLOTS:
     void aFolderInThePlaceOfAnotherFileDoesNotStopTheSaving_data()
     {
         QTest::addColumn<QString>("name");
-        for (const char *name : {"filter-configuration.json", "extension.json", "system.json"})
-            QTest::newRow(name) << QString::fromLatin1(name);
+        QTest::addColumn<QByteArray>("failure");
+        QTest::newRow("filter configuration")
+            << u"filter-configuration.json"_s
+            << QByteArray("filter configuration could not be stored: it is not a regular file");
+        QTest::newRow("extension")
+            << u"extension.json"_s
+            << QByteArray("extension could not be installed: it is not a regular file");
+        // It is only read.
+        QTest::newRow("behaviour") << u"system.json"_s << QByteArray();
     }
 
     void aFolderInThePlaceOfAnotherFileDoesNotStopTheSaving()
     {
         QFETCH(QString, name);
+        QFETCH(QByteArray, failure);
         BusyFolder folder;
         folder.storeOldList();
         QFile::remove(folder.state().filePath(name));
         QVERIFY(QDir().mkpath(folder.state().filePath(name + u"/letter"_s)));
         StartedProgram started(program, folder.path());
+        QVERIFY(reports(started,
+            name.toUtf8() + " cannot be read and counts as absent: it is not a regular file"));
+        QVERIFY(failure.isEmpty() || reports(started, failure));
         QTRY_COMPARE_WITH_TIMEOUT(folder.stage(), 1, 30'000);
         QVERIFY(started.isRunning());
         QVERIFY(QFileInfo(folder.state().filePath(name + u"/letter"_s)).isDir());
     }
 
+    void aSymbolicLinkIsReplacedAndWhatItLedToStays_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const QString &name : {file, u"filter-configuration.json"_s, u"extension.json"_s})
+            QTest::newRow(qPrintable(name)) << name;
+    }
+
     void aSymbolicLinkIsReplacedAndWhatItLedToStays()
     {
+        QFETCH(QString, name);
         BusyFolder folder;
         folder.storeOldList();
-        const QString elsewhere = folder.state().filePath(u"elsewhere.plist"_s);
-        QVERIFY(QFile::rename(folder.state().filePath(file), elsewhere));
-        QVERIFY(QFile::link(elsewhere, folder.state().filePath(file)));
-        const QByteArray before = folder.state().read(u"elsewhere.plist"_s);
+        if (name != file)
+            folder.state().write(name, "{}");
+        const QString place = folder.state().filePath(name);
+        const QString elsewhere = folder.state().filePath(u"elsewhere"_s);
+        QVERIFY(QFile::rename(place, elsewhere));
+        QVERIFY(QFile::link(elsewhere, place));
+        const QByteArray before = folder.state().read(u"elsewhere"_s);
         StartedProgram started(program, folder.path());
+        QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo(place).isSymLink(), 30'000);
         QTRY_COMPARE_WITH_TIMEOUT(folder.stage(), 1, 30'000);
         QCOMPARE(folder.damage(), QString());
-        QVERIFY(!QFileInfo(folder.state().filePath(file)).isSymLink());
-        QCOMPARE(folder.state().read(u"elsewhere.plist"_s), before);
+        QCOMPARE(folder.state().read(u"elsewhere"_s), before);
     }
 
     void aDanglingSymbolicLinkCountsAsNoFile()
