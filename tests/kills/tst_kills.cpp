@@ -88,7 +88,8 @@ private Q_SLOTS:
         std::deque<BusyFolder> folders(size_t(std::min(atOnce, timesIfLong(5))));
         const auto duration = untilStage(folders.front(), 2);
         QVERIFY(duration);
-        Aim aim(*duration);
+        // Waiting takes no longer among others.
+        Aim aim(*duration * 3 / 4);
         killOften(folders, aim, timesIfLong(5), {When::Timed, When::AtTheWrite},
             [&aim](BusyFolder &folder, When when) {
                 folder.storeCurrentList();
