@@ -70,6 +70,7 @@ private:
         inspection::RecentProcesses recent;
     };
 
+    /** What a pass found, where there is anything new. */
     struct News {
         Seen seen;
         bool processesDiffer = false;
@@ -80,9 +81,9 @@ private:
 
     /** What a pass brings back from its background thread. */
     struct Findings {
-        /** The list as it was read for. */
+        /** The list that it was looked for. */
         QList<records::BlockedApplication> applications;
-        /** Nothing where all is as it was for the last pass. */
+        /** Nothing where all is as the last pass saw it. */
         std::optional<News> news;
     };
 

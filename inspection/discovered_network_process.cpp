@@ -73,7 +73,7 @@ DiscoveredNetworkProcess readProcess(json::Element element)
 }
 
 /** Orders what is still small, the documents of the records, and then makes each in its place. */
-QList<DiscoveredNetworkProcess> readProcesses(json::Element root)
+QList<DiscoveredNetworkProcess> readMostRecentFirst(json::Element root)
 {
     struct Dated {
         ReferenceSeconds lastSeenAt;
@@ -153,7 +153,12 @@ QByteArray encodedProcesses(const QList<DiscoveredNetworkProcess> &processes)
 
 std::optional<QList<DiscoveredNetworkProcess>> decodedProcesses(QByteArrayView text)
 {
-    return json::decode(text, readProcesses);
+    return json::decode(text, [](json::Element root) { return json::listOf(root, readProcess); });
+}
+
+std::optional<QList<DiscoveredNetworkProcess>> decodedMostRecentFirst(QByteArrayView text)
+{
+    return json::decode(text, readMostRecentFirst);
 }
 
 } // namespace zorvane::inspection

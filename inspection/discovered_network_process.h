@@ -48,10 +48,14 @@ struct DiscoveredNetworkProcess {
  */
 [[nodiscard]] QByteArray encodedProcesses(const QList<DiscoveredNetworkProcess> &processes);
 
-/**
- * Reads the stored form, the most recently seen first, as stored where two were seen at the same
- * time. Nothing if any record is incomplete or anything has a wrong type.
- */
+/** Reads the stored form; nothing if any record is incomplete or anything has a wrong type. */
 [[nodiscard]] std::optional<QList<DiscoveredNetworkProcess>> decodedProcesses(QByteArrayView text);
+
+/**
+ * The same, sorted by when they were last seen, the latest first; as stored where that was at the
+ * same time.
+ */
+[[nodiscard]] std::optional<QList<DiscoveredNetworkProcess>> decodedMostRecentFirst(
+    QByteArrayView text);
 
 } // namespace zorvane::inspection

@@ -28,7 +28,7 @@ bool RecentProcesses::holdAt(ReferenceSeconds now) const
 RecentProcesses recentProcesses(QByteArrayView text, ReferenceSeconds now)
 {
     RecentProcesses recent{
-        decodedProcesses(text).value_or(QList<DiscoveredNetworkProcess>()), {}, {}};
+        decodedMostRecentFirst(text).value_or(QList<DiscoveredNetworkProcess>()), {}, {}};
     const auto isRecent = [cutOff = now - thirtyDays](const DiscoveredNetworkProcess &process) {
         return process.lastSeenAt >= cutOff;
     };

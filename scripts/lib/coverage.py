@@ -64,7 +64,12 @@ def reached_files(export, wanted):
 def main():
     all_lines, all_ways = [], []
     print(f"{'':45}{'lines':>21}{'branches':>23}  not reached, by line")
-    for name, (lines, ways) in sorted(reached_files(json.load(sys.stdin), set(sys.argv[1:])).items()):
+    files = reached_files(json.load(sys.stdin), set(sys.argv[1:]))
+    # A header may be without code; a source that no test links has all of it unreached.
+    absent = [name for name in sys.argv[1:] if name.endswith(".cpp") and name not in files]
+    if absent:
+        sys.exit("in no test: " + " ".join(absent))
+    for name, (lines, ways) in sorted(files.items()):
         if not lines:
             continue
         missing = sorted(

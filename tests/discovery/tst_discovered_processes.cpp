@@ -119,7 +119,7 @@ private Q_SLOTS:
 
     void ofARepeatedTimeTheFirstCountsForOrderAndValue()
     {
-        const auto decoded = decodedProcesses(
+        const auto decoded = decodedMostRecentFirst(
             R"([{"signingIdentifier":"a","firstSeenAt":0,"lastSeenAt":1,"lastSeenAt":9,"connectionCount":1},)"
             R"({"signingIdentifier":"b","firstSeenAt":0,"lastSeenAt":5,"connectionCount":1}])");
         QVERIFY(decoded);

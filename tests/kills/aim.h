@@ -26,10 +26,9 @@ enum class When {
 class Aim
 {
 public:
-    /** @p milliseconds: how long a start took to its write when it was left alone; it takes longer
-     * among others. */
+    /** @p milliseconds: about how long a start takes to its write. */
     explicit Aim(qint64 milliseconds)
-        : m_delay(milliseconds * 3 / 2)
+        : m_delay(milliseconds)
     {
     }
 

@@ -104,6 +104,7 @@ private Q_SLOTS:
         }
         QVERIFY(disk.empty());
         const StartedProgram started(agent, folder.path());
+        QTRY_COMPARE_WITH_TIMEOUT(screen.shown.size(), 2, 30'000);
         QTRY_VERIFY_WITH_TIMEOUT(folder.announcedVersion().contains(u"99.1"_s), 30'000);
         QCOMPARE(folder.stage(), 1);
         QCOMPARE(folder.damage(), QString());
@@ -180,7 +181,7 @@ private Q_SLOTS:
         QVERIFY(reports(started,
             name.toUtf8() + " cannot be read and counts as absent: it is not a regular file"));
         QVERIFY(failure.isEmpty() || reports(started, failure));
-        QTRY_COMPARE_WITH_TIMEOUT(folder.stage(), 1, 30'000);
+        QTRY_VERIFY_WITH_TIMEOUT(folder.stage() >= 1, 30'000);
         QVERIFY(started.isRunning());
         QVERIFY(QFileInfo(folder.state().filePath(name + u"/letter"_s)).isDir());
     }
@@ -206,7 +207,7 @@ private Q_SLOTS:
         const QByteArray before = folder.state().read(u"elsewhere"_s);
         StartedProgram started(program, folder.path());
         QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo(place).isSymLink(), 30'000);
-        QTRY_COMPARE_WITH_TIMEOUT(folder.stage(), 1, 30'000);
+        QTRY_VERIFY_WITH_TIMEOUT(folder.stage() >= 1, 30'000);
         QCOMPARE(folder.damage(), QString());
         QCOMPARE(folder.state().read(u"elsewhere"_s), before);
     }

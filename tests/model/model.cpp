@@ -82,7 +82,8 @@ QList<Step> shrunk(const ModelKind &kind, quint32 seed, const QList<Step> &steps
 
 QString nameOf(const ModelKind &kind, const Step &step)
 {
-    return std::ranges::find(kind.actions, step.action, &Action::kind)->name;
+    const auto found = std::ranges::find(kind.actions, step.action, &Action::kind);
+    return found != kind.actions.cend() ? found->name : QString::number(step.action);
 }
 
 QString text(const ModelKind &kind, const QList<Step> &steps)

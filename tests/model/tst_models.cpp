@@ -22,6 +22,12 @@ private Q_SLOTS:
 
     void theStoreKeepsItsListAndHandsOverItsRulesWhateverHappens() { check(storeModel(), 40); }
 
+    void aStepThatNobodyKnowsBreaksAModel()
+    {
+        for (const ModelKind &kind : {filterModel(), storeModel()})
+            QCOMPARE(run(kind, 1, {{-1, 0}}).broken, unknownAction);
+    }
+
     void aFailingScriptShrinksToWhatItNeeds()
     {
         const ModelKind kind = threeTimesTwo();
