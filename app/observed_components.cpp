@@ -1,6 +1,7 @@
 #include "app/observed_components.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zorvane::app
 {
@@ -29,7 +30,10 @@ ObservedComponents::ObservedComponents(const QList<BlockedApplication> &applicat
 
 void ObservedComponents::add(const ObservedComponents &other)
 {
-    m_entries.unite(other.m_entries);
+    // Never in place: a background thread may only just have let go of these.
+    auto entries = m_entries;
+    entries.unite(other.m_entries);
+    m_entries = std::move(entries);
 }
 
 const NetworkComponents *ObservedComponents::of(const BlockedApplication &application) const
