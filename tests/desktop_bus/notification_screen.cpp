@@ -12,6 +12,7 @@ namespace
 
 constexpr uint dismissedByTheUser = 2;
 constexpr uint closedByACall = 3;
+const QString place = u"/org/freedesktop/Notifications"_s;
 
 } // namespace
 
@@ -20,13 +21,18 @@ NotificationScreen::NotificationScreen(const PrivateBus &bus, uint firstNumber)
     , m_nextNumber(firstNumber)
 {
     QDBusConnection connection = m_member.connection();
-    if (!connection.registerObject(u"/org/freedesktop/Notifications"_s, this,
-            QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals)
+    if (!connection.registerObject(
+            place, this, QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals)
         || connection.interface()->registerService(u"org.freedesktop.Notifications"_s,
                QDBusConnectionInterface::ReplaceExistingService,
                QDBusConnectionInterface::AllowReplacement)
             != QDBusConnectionInterface::ServiceRegistered)
         qFatal("There is another notification service");
+}
+
+NotificationScreen::~NotificationScreen()
+{
+    m_member.connection().unregisterObject(place);
 }
 
 void NotificationScreen::click(uint number, const QString &key, const QString &token)

@@ -24,6 +24,8 @@ public:
     /** Takes the place of a service that is there already. The first number that it gives is @p
      * firstNumber. */
     explicit NotificationScreen(const PrivateBus &bus, uint firstNumber = 1);
+    /** The bus's own thread lets go of it first. */
+    ~NotificationScreen() override;
 
     struct Notification {
         uint number;
