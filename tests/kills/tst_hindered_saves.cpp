@@ -87,7 +87,6 @@ private Q_SLOTS:
     void anAgentOnAFullDiskReportsItAndAnnouncesAgainWhenItHasRoom()
     {
         BusyFolder folder;
-        const NotificationScreen screen(m_bus);
         const SmallDisk disk(folder.state().filePath(u"preferences"_s));
         if (!disk.isMounted())
             QSKIP("only root can mount a small disk");
@@ -96,7 +95,7 @@ private Q_SLOTS:
         QVERIFY(disk.fill());
         {
             StartedProgram started(agent, folder.path());
-            QTRY_COMPARE_WITH_TIMEOUT(screen.shown.size(), 1, 30'000);
+            QTRY_COMPARE_WITH_TIMEOUT(m_screen.shown.size(), 1, 30'000);
             QVERIFY(reports(started, "cannot be written: No space left on device"));
             QCOMPARE(folder.announcedVersion(), QString());
             QCOMPARE(folder.stage(), 1);
@@ -105,7 +104,7 @@ private Q_SLOTS:
         QVERIFY(disk.empty());
         const StartedProgram started(agent, folder.path());
         // It takes the place of the one that is still shown.
-        QTRY_COMPARE_WITH_TIMEOUT(screen.calls.filter(u"notify"_s).size(), 2, 30'000);
+        QTRY_COMPARE_WITH_TIMEOUT(m_screen.calls.filter(u"notify"_s).size(), 2, 30'000);
         QTRY_VERIFY_WITH_TIMEOUT(folder.announcedVersion().contains(u"99.1"_s), 30'000);
         QCOMPARE(folder.stage(), 1);
         QCOMPARE(folder.damage(), QString());
@@ -225,6 +224,7 @@ private Q_SLOTS:
 private:
     QTemporaryDir m_data;
     PrivateBus m_bus;
+    const NotificationScreen m_screen{m_bus};
 };
 
 QTEST_GUILESS_MAIN(TestHinderedSaves)
